@@ -1,0 +1,59 @@
+#pragma once
+// The run-local record through which the bucket strategies append output
+// points: X and Y to the caller's arrays, the index into the index vector.
+//
+// Opening it makes all the room that UpdateIndices reserved addressable;
+// closing it (on every way out, unwinding included) cuts the vector to what
+// was there before plus what the run produced.
+
+#include <cstdint>
+
+#include "interop/IntVector.h"
+#include "model/ResamplingArgs.h"
+
+namespace qm {
+
+class BucketOutput {
+public:
+    BucketOutput(double* outX, double* outY, IntVector& indices, const ResamplingArgs& args)
+        : XCursor(outX),
+          YCursor(outY),
+          Indices(&indices),
+          IndexOffset(static_cast<std::uint32_t>(indices.size())),
+          Args(&args) {
+        indices.Resize(static_cast<std::uint32_t>(indices.capacity()));  // within capacity: no reallocation
+        IndexCursor = indices.data() + IndexOffset;
+    }
+
+    BucketOutput(const BucketOutput&) = delete;
+    BucketOutput& operator=(const BucketOutput&) = delete;
+
+    ~BucketOutput() { Indices->Resize(IndexOffset + static_cast<std::uint32_t>(Count)); }
+
+    // No bounds check: the drivers never let a run outgrow Room().
+    void Append(double x, double y, std::int32_t index) {
+        *XCursor++ = x;
+        *YCursor++ = y;
+        *IndexCursor++ = index;
+        ++Count;
+    }
+
+    // How many more points fit in the index vector.
+    std::int32_t Room() const {
+        return static_cast<std::int32_t>(Indices->data() + Indices->size() - IndexCursor);
+    }
+
+    const ResamplingArgs& RunArgs() const { return *Args; }
+    std::int32_t Produced() const { return Count; }
+
+private:
+    double* XCursor;
+    double* YCursor;
+    std::int32_t* IndexCursor = nullptr;
+    IntVector* Indices;
+    std::uint32_t IndexOffset;
+    const ResamplingArgs* Args;
+    std::int32_t Count = 0;
+};
+
+}  // namespace qm

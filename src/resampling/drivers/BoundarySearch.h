@@ -1,0 +1,40 @@
+#pragma once
+// Finding a grid boundary in sorted X. All comparisons are in double, on X
+// converted at each read, and strict.
+
+#include <cstdint>
+
+#include "model/ElementTypes.h"
+#include "model/Int32Arithmetic.h"
+
+namespace qm {
+
+// The first position of the sorted run [first, last] whose X is not below
+// `boundary`. A run that starts above the boundary (a gap) answers `first`
+// and one that ends below it (the last bucket) answers `last`, each after a
+// single comparison.
+template <class TX>
+std::int32_t SearchSortedRun(const TX* x, std::int32_t first, std::int32_t last, double boundary) {
+    if (ToDouble(x[first]) > boundary) return first;
+    if (boundary > ToDouble(x[last])) return last;
+    std::int32_t low = first;
+    std::int32_t high = last;
+    while (low < high) {
+        const std::int32_t middle = WrappingMidpoint(low, high);
+        if (boundary > ToDouble(x[middle]))
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return high;
+}
+
+// True when the point at `position` lies on or below the boundary and so
+// still belongs to the bucket it closes. Applied once only: of several
+// points on the boundary the later ones open the next bucket.
+template <class TX>
+bool ClosesBucket(const TX* x, std::int32_t position, double boundary) {
+    return boundary >= ToDouble(x[position]);
+}
+
+}  // namespace qm
