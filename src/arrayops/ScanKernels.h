@@ -10,7 +10,9 @@
 // indices and tie-breaks are exactly those of the plain walk. The block test
 // has no dependency between lanes, which lets it run as packed compares.
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "arrayops/MinMaxPointSearchResult.h"
 #include "model/Int32Arithmetic.h"
@@ -19,12 +21,50 @@ namespace qm::scan {
 
 inline constexpr std::int32_t kBlock = 16;
 
+// A block is tested in chunks of one SSE register; the lane masks of all
+// chunks are OR-ed, so the test is a few packed compares per block.
+template <class T>
+struct ChunkOf {
+    typedef T type __attribute__((vector_size(16)));
+};
+template <class T>
+using Chunk = typename ChunkOf<T>::type;
+template <class T>
+inline constexpr std::int32_t kChunkLanes = static_cast<std::int32_t>(16 / sizeof(T));
+
+template <class T>
+[[gnu::always_inline]] inline Chunk<T> LoadChunk(const T* p) {
+    Chunk<T> v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+
+template <class T>
+[[gnu::always_inline]] inline Chunk<T> Broadcast(T value) {
+    Chunk<T> v;
+    for (std::int32_t k = 0; k < kChunkLanes<T>; ++k) v[k] = value;
+    return v;
+}
+
+// True when `lanes(chunk)` sets a mask lane for any chunk of the block.
+template <class T, class Lanes>
+[[gnu::always_inline]] inline bool AnyInBlock(const T* block, Lanes lanes) {
+    auto mask = lanes(LoadChunk(block));
+    for (std::int32_t k = kChunkLanes<T>; k < kBlock; k += kChunkLanes<T>) mask |= lanes(LoadChunk(block + k));
+    std::uint64_t words[2];
+    std::memcpy(words, &mask, sizeof words);
+    return (words[0] | words[1]) != 0;
+}
+
 // The running minimum: replaced only when running > element, so equal values,
 // -0.0 against +0.0 and NaN on either side keep the running value.
 template <class T>
 struct MinValue {
     T min;
-    bool Improves(T e) const { return min > e; }
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> m = Broadcast(min);
+        return AnyInBlock(block, [m](Chunk<T> e) { return m > e; });
+    }
     void Visit(T e, std::int32_t) {
         if (min > e) min = e;
     }
@@ -33,7 +73,10 @@ struct MinValue {
 template <class T>
 struct MaxValue {
     T max;
-    bool Improves(T e) const { return e > max; }
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> m = Broadcast(max);
+        return AnyInBlock(block, [m](Chunk<T> e) { return e > m; });
+    }
     void Visit(T e, std::int32_t) {
         if (e > max) max = e;
     }
@@ -43,7 +86,10 @@ template <class T>
 struct MinWithIndex {
     T min;
     std::int32_t index;
-    bool Improves(T e) const { return min > e; }
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> m = Broadcast(min);
+        return AnyInBlock(block, [m](Chunk<T> e) { return m > e; });
+    }
     void Visit(T e, std::int32_t i) {
         if (min > e) {
             min = e;
@@ -56,7 +102,10 @@ template <class T>
 struct MaxWithIndex {
     T max;
     std::int32_t index;
-    bool Improves(T e) const { return e > max; }
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> m = Broadcast(max);
+        return AnyInBlock(block, [m](Chunk<T> e) { return e > m; });
+    }
     void Visit(T e, std::int32_t i) {
         if (e > max) {
             max = e;
@@ -69,7 +118,11 @@ struct MaxWithIndex {
 template <class T>
 struct MinMaxWithIndex {
     MinMaxPointSearchResult<T> r;
-    bool Improves(T e) const { return (e > r.Max) | (r.Min > e); }
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> lo = Broadcast(r.Min);
+        const Chunk<T> hi = Broadcast(r.Max);
+        return AnyInBlock(block, [lo, hi](Chunk<T> e) { return (e > hi) | (lo > e); });
+    }
     void Visit(T e, std::int32_t i) {
         if (e > r.Max) {
             r.Max = e;
@@ -86,19 +139,21 @@ template <class T>
 struct MinMaxValue {
     T min;
     T max;
-    bool Improves(T e) const { return (e > max) | (min > e); }
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> lo = Broadcast(min);
+        const Chunk<T> hi = Broadcast(max);
+        return AnyInBlock(block, [lo, hi](Chunk<T> e) { return (e > hi) | (lo > e); });
+    }
     void Visit(T e, std::int32_t) {
         if (e > max) max = e;
         if (min > e) min = e;
     }
 };
 
-template <class Tracker, class T>
-bool BlockImproves(const Tracker& tracker, const T* block) {
-    bool any = false;
-    for (std::int32_t k = 0; k < kBlock; ++k) any |= tracker.Improves(block[k]);
-    return any;
-}
+// Blocks are tested in groups covering 128 bytes (16 doubles, 64 shorts),
+// so narrow types get as few tests per byte as wide ones.
+template <class T>
+inline constexpr std::int32_t kBlocksPerTest = static_cast<std::int32_t>(sizeof(double) / sizeof(T));
 
 template <class Tracker, class T>
 void Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
@@ -106,8 +161,15 @@ void Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) 
     const std::int32_t count = WrappingSub(end, start);
     if (count > kBlock) {
         const std::int32_t blockEnd = i + (count - count % kBlock);
+        constexpr std::int32_t kGroup = kBlock * kBlocksPerTest<T>;
+        for (; blockEnd - i >= kGroup; i += kGroup) {
+            bool improves = false;
+            for (std::int32_t b = 0; b < kGroup; b += kBlock) improves |= tracker.BlockImproves(data + i + b);
+            if (!improves) continue;
+            for (std::int32_t k = 0; k < kGroup; ++k) tracker.Visit(data[i + k], i + k);
+        }
         for (; i < blockEnd; i += kBlock) {
-            if (!BlockImproves(tracker, data + i)) continue;
+            if (!tracker.BlockImproves(data + i)) continue;
             for (std::int32_t k = 0; k < kBlock; ++k) tracker.Visit(data[i + k], i + k);
         }
     }
