@@ -1,0 +1,32 @@
+#pragma once
+// Console output as usual, then one table that divides each case's bytes
+// per second by those of the summing loop over the same memory.
+
+#include <map>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+namespace bench {
+
+// Ties a case to its summing baseline; the benchmarks call it as they
+// register themselves.
+void SetBaseline(const std::string& caseName, const std::string& baselineName);
+
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    explicit RatioReporter(OutputOptions options) : benchmark::ConsoleReporter(options) {}
+    void ReportRuns(const std::vector<Run>& runs) override;
+    void Finalize() override;
+
+private:
+    struct Throughput {
+        double bytesPerSecondSum = 0.0;
+        int runs = 0;
+        double Mean() const { return runs ? bytesPerSecondSum / runs : 0.0; }
+    };
+    std::map<std::string, Throughput> measured_;
+    std::vector<std::string> order_;
+};
+
+}  // namespace bench

@@ -1,0 +1,160 @@
+// quillmap_resampling_bench: whole resampling runs (UpdateIndices + Execute
+// through the C exports) of a 10^8-point series to a 1920-pixel viewport,
+// for four layouts and four modes, with Double and Int16 Y, next to the
+// summing baseline over the same Y array.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "BenchFailures.h"
+#include "RatioReporter.h"
+#include "SeriesArrays.h"
+#include "SumBaseline.h"
+#include "quillmap/QuillmapCore.h"
+
+namespace bench {
+
+namespace {
+
+constexpr std::int32_t kViewportWidth = 1920;
+
+template <class YT>
+struct RunExports;
+
+#define BENCH_RUN_EXPORTS_(YW, YT)                                                                        \
+    template <>                                                                                           \
+    struct RunExports<YT> {                                                                               \
+        using Engine = QmExtremeResamplerDouble##YW;                                                      \
+        static Engine* Create() { return CSharp_new_ExtremeResamplerDouble##YW(); }                       \
+        static constexpr auto UpdateIndices = &CSharp_ExtremeResamplerDouble##YW##_UpdateIndices;         \
+        static constexpr auto Execute = &CSharp_ExtremeResamplerDouble##YW##_Execute;                     \
+    };
+BENCH_RUN_EXPORTS_(Double, double)
+BENCH_RUN_EXPORTS_(Int16, std::int16_t)
+#undef BENCH_RUN_EXPORTS_
+
+enum Data : std::int32_t { kLinear = 0, kCategory = 1, kUnevenlySpaced = 2 };
+
+struct Layout {
+    const char* name;
+    std::int32_t data;
+    bool ring;
+};
+constexpr Layout kLayouts[] = {
+    {"Linear", kLinear, false}, {"Category", kCategory, false}, {"Uneven", kUnevenlySpaced, false}, {"Ring", kLinear, true}};
+
+struct Mode {
+    const char* name;
+    std::int32_t value;
+};
+constexpr Mode kModes[] = {{"MinMax", 1}, {"Min", 2}, {"Mid", 4}, {"MinOrMax", 5}};
+
+const double* XOf(const Layout& layout) {
+    if (layout.ring) return RingX();
+    return layout.data == kUnevenlySpaced ? UnevenX() : EvenX();
+}
+
+QmResamplingArgs* MakeArgs(const Layout& layout, std::int32_t mode, const double* x) {
+    const std::int32_t n = SeriesPoints();
+    QmResamplingArgs* args = CSharp_new_ResamplingArgs();
+    CSharp_ResamplingArgs_Resampling_set(args, mode);
+    CSharp_ResamplingArgs_Data_set(args, layout.data);
+    CSharp_ResamplingArgs_StartIndex_set(args, 0);
+    CSharp_ResamplingArgs_EndIndex_set(args, n - 1);
+    CSharp_ResamplingArgs_ViewportWidth_set(args, kViewportWidth);
+    CSharp_ResamplingArgs_ResamplingPrecision_set(args, 0);
+    // The whole series is visible. Category X is the index; the even X are
+    // the index too; the uneven X go from their first to their last value.
+    const bool uneven = layout.data == kUnevenlySpaced;
+    CSharp_ResamplingArgs_MinXInclusive_set(args, uneven ? x[0] : 0.0);
+    CSharp_ResamplingArgs_MaxXInclusive_set(args, uneven ? x[n - 1] : n - 1.0);
+    CSharp_ResamplingArgs_InputSize_set(args, n);
+    CSharp_ResamplingArgs_InputBaseIndex_set(args, layout.ring ? RingBaseIndex() : 0);
+    CSharp_ResamplingArgs_HasNaN_set(args, 0);
+    CSharp_ResamplingArgs_ZeroLineY_set(args, 0.0);
+    return args;
+}
+
+// What a managed caller keeps between frames: one engine per type pair, one
+// index vector and the output arrays, reused by every run.
+template <class YT>
+struct Reused {
+    typename RunExports<YT>::Engine* engine = RunExports<YT>::Create();
+    QmIntVector* indices = CSharp_new_IntVector__SWIG_0();
+    std::vector<double> outX, outY;
+};
+
+template <class YT>
+Reused<YT>& ReusedFor() {
+    static Reused<YT> reused;
+    return reused;
+}
+
+template <class YT>
+void RunCase(benchmark::State& state, const YT* y, const Layout& layout, std::int32_t mode) {
+    using Api = RunExports<YT>;
+    Reused<YT>& r = ReusedFor<YT>();
+    const double* x = XOf(layout);
+    QmResamplingArgs* args = MakeArgs(layout, mode, x);
+    TakeFailure();
+    const std::int32_t actual = CSharp_ExtremeResamplingHelpersWrapper_GetActualResampling(args);
+    CSharp_IntVector_Clear(r.indices);
+    const std::int32_t room = Api::UpdateIndices(r.engine, r.indices, x, y, actual, args);
+    if (actual != mode) {
+        state.SkipWithError(("GetActualResampling answered mode " + std::to_string(actual)).c_str());
+    } else if (auto failure = TakeFailure()) {
+        state.SkipWithError(failure->c_str());
+    } else {
+        if (r.outX.size() < static_cast<std::size_t>(room)) {
+            r.outX.resize(static_cast<std::size_t>(room));
+            r.outY.resize(static_cast<std::size_t>(room));
+        }
+        for (auto _ : state) {
+            CSharp_IntVector_Clear(r.indices);  // a new frame: Execute appends behind what the vector holds
+            Api::UpdateIndices(r.engine, r.indices, x, y, actual, args);
+            Api::Execute(r.engine, x, y, r.outX.data(), r.outY.data(), r.indices, actual, args);
+            benchmark::ClobberMemory();
+        }
+        if (auto late = TakeFailure()) state.SkipWithError(late->c_str());
+        state.counters["points_out"] = CSharp_IntVector_size(r.indices);
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * SeriesPoints() *
+                                static_cast<std::int64_t>(sizeof(YT)));
+    }
+    CSharp_delete_ResamplingArgs(args);
+}
+
+template <class YT>
+void RegisterY(const std::string& word, const YT* (*yArray)()) {
+    const std::string sum = word + "/Sum";
+    benchmark::RegisterBenchmark(sum.c_str(), [yArray](benchmark::State& state) {
+        const YT* y = yArray();
+        const auto n = static_cast<std::size_t>(SeriesPoints());
+        for (auto _ : state) {
+            auto total = SumAll(y, n);
+            benchmark::DoNotOptimize(total);
+        }
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(n) *
+                                static_cast<std::int64_t>(sizeof(YT)));
+    })->Unit(benchmark::kMillisecond);
+    for (const Layout& layout : kLayouts) {
+        for (const Mode& mode : kModes) {
+            const std::string name = word + "/" + layout.name + "/" + mode.name;
+            benchmark::RegisterBenchmark(name.c_str(), [yArray, &layout, &mode](benchmark::State& state) {
+                RunCase<YT>(state, yArray(), layout, mode.value);
+            })->Unit(benchmark::kMillisecond);
+            SetBaseline(name, sum);
+        }
+    }
+}
+
+}  // namespace
+
+void RegisterCases() {
+    RegisterY<double>("Double", WalkDouble);
+    RegisterY<std::int16_t>("Int16", WalkInt16);
+}
+
+}  // namespace bench

@@ -1,0 +1,126 @@
+// Exact lookups: a linear scan that leaves at the first hit, and a lower
+// bound whose last test reads data[lo] even when lo has reached end.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "arrayops/GenericArrayOperations.h"
+
+namespace qm {
+namespace {
+
+using ElementTypes = ::testing::Types<double, float, std::int64_t, std::uint64_t, std::int32_t, std::uint32_t,
+                                      std::int16_t, std::uint16_t, std::uint8_t, std::int8_t>;
+
+template <class T>
+T V(int value) {
+    return static_cast<T>(value);
+}
+
+template <class T>
+class ExactLookup : public ::testing::Test {
+protected:
+    std::int32_t Unsorted(const T* d, std::int32_t s, std::int32_t e, int v) const {
+        return ops.FindIndexExactInUnsortedData(d, s, e, V<T>(v));
+    }
+    std::int32_t Sorted(const T* d, std::int32_t s, std::int32_t e, int v) const {
+        return ops.FindIndexExactInSortedData(d, s, e, V<T>(v));
+    }
+    GenericArrayOperations<T> ops;
+};
+TYPED_TEST_SUITE(ExactLookup, ElementTypes);
+
+TYPED_TEST(ExactLookup, UnsortedFindsTheFirstInsideTheRange) {
+    using T = TypeParam;
+    const T d[] = {V<T>(3), V<T>(1), V<T>(2), V<T>(1), V<T>(3), V<T>(9)};
+    EXPECT_EQ(this->Unsorted(d, 0, 5, 1), 1);
+    EXPECT_EQ(this->Unsorted(d, 2, 5, 1), 3);   // absolute position
+    EXPECT_EQ(this->Unsorted(d, 1, 4, 3), -1);  // before start and at end: not found
+    EXPECT_EQ(this->Unsorted(d, 0, 5, 9), -1);
+    EXPECT_EQ(this->Unsorted(d, 5, 5, 9), -1);  // empty: nothing read
+    EXPECT_EQ(this->Unsorted(d, 4, 1, 1), -1);
+}
+
+TYPED_TEST(ExactLookup, SortedIsALowerBoundThatReadsOnePastTheRange) {
+    using T = TypeParam;
+    const T d[] = {V<T>(1), V<T>(2), V<T>(2), V<T>(2), V<T>(5), V<T>(7), V<T>(7)};
+    EXPECT_EQ(this->Sorted(d, 0, 6, 2), 1);  // first of the run
+    EXPECT_EQ(this->Sorted(d, 2, 6, 2), 2);
+    EXPECT_EQ(this->Sorted(d, 0, 7, 5), 4);
+    EXPECT_EQ(this->Sorted(d, 0, 6, 0), -1);  // below all: lo stays at start
+    EXPECT_EQ(this->Sorted(d, 0, 6, 3), -1);
+    EXPECT_EQ(this->Sorted(d, 0, 4, 6), -1);
+    EXPECT_EQ(this->Sorted(d, 0, 4, 5), 4);  // above the range, equal to data[end]
+    EXPECT_EQ(this->Sorted(d, 3, 3, 2), 3);  // empty range still compares data[start]
+    EXPECT_EQ(this->Sorted(d, 3, 3, 5), -1);
+}
+
+TYPED_TEST(ExactLookup, RandomRunsMatchFindAndLowerBound) {
+    using T = TypeParam;
+    using L = std::numeric_limits<T>;
+    const std::vector<T> alphabet{L::lowest(), V<T>(0), V<T>(1), V<T>(2), V<T>(3), L::max()};
+    std::mt19937 rng(77u);
+    auto any = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(rng); };
+    for (int trial = 0; trial < 400; ++trial) {
+        const std::size_t n = 1 + any(40);
+        std::vector<T> d(n);
+        for (T& e : d) e = alphabet[any(alphabet.size())];
+        const auto end = static_cast<std::int32_t>(any(n));  // data[end] stays readable
+        const auto start = static_cast<std::int32_t>(any(static_cast<std::size_t>(end) + 1));
+        const T value = alphabet[any(alphabet.size())];
+        const T* b = d.data() + start;
+        const T* e = d.data() + end;
+        const T* hit = std::find(b, e, value);
+        EXPECT_EQ(this->ops.FindIndexExactInUnsortedData(d.data(), start, end, value),
+                  hit == e ? -1 : static_cast<std::int32_t>(hit - d.data()));
+        std::sort(d.begin(), d.end());
+        const auto lo = static_cast<std::int32_t>(std::lower_bound(b, e, value) - d.data());
+        EXPECT_EQ(this->ops.FindIndexExactInSortedData(d.data(), start, end, value),
+                  d[static_cast<std::size_t>(lo)] == value ? lo : -1)
+            << "range [" << start << ", " << end << ") of " << n;
+    }
+}
+
+template <class F>
+void CheckFloatingEquality() {
+    const GenericArrayOperations<F> ops{};
+    const F nan = std::numeric_limits<F>::quiet_NaN();
+    const F withNaN[] = {F(1), nan, F(3)};
+    EXPECT_EQ(ops.FindIndexExactInUnsortedData(withNaN, 0, 3, nan), -1);
+    EXPECT_EQ(ops.FindIndexExactInSortedData(withNaN, 1, 2, nan), -1);
+    const F zeros[] = {F(-1), F(-0.0), F(2)};
+    EXPECT_EQ(ops.FindIndexExactInUnsortedData(zeros, 0, 3, F(0)), 1);
+    EXPECT_EQ(ops.FindIndexExactInSortedData(zeros, 0, 3, F(0)), 1);
+    const F positiveZero[] = {F(0)};
+    EXPECT_EQ(ops.FindIndexExactInSortedData(positiveZero, 0, 1, F(-0.0)), 0);
+    // A NaN in sorted data sends the search left of it: the 5 is missed.
+    const F broken[] = {F(1), F(2), nan, F(4), F(5)};
+    EXPECT_EQ(ops.FindIndexExactInSortedData(broken, 0, 5, F(5)), -1);
+    EXPECT_EQ(ops.FindIndexExactInUnsortedData(broken, 0, 5, F(5)), 4);
+}
+
+TEST(ExactLookupValues, FloatingEqualityIsIEEE) {
+    CheckFloatingEquality<double>();
+    CheckFloatingEquality<float>();
+}
+
+TEST(ExactLookupValues, SixtyFourBitWordsCompareWhole) {
+    const GenericArrayOperations<std::int64_t> s{};
+    const GenericArrayOperations<std::uint64_t> u{};
+    const std::int64_t highWord[] = {0x100000005};
+    EXPECT_EQ(s.FindIndexExactInUnsortedData(highWord, 0, 1, 5), -1);
+    EXPECT_EQ(s.FindIndexExactInSortedData(highWord, 0, 1, 5), -1);
+    const std::int64_t signedRun[] = {-1, 0, 1};
+    EXPECT_EQ(s.FindIndexExactInSortedData(signedRun, 0, 3, -1), 0);
+    const std::uint64_t unsignedRun[] = {0, 1, UINT64_MAX};  // the bits of -1 sort last
+    EXPECT_EQ(u.FindIndexExactInSortedData(unsignedRun, 0, 3, UINT64_MAX), 2);
+    EXPECT_EQ(u.FindIndexExactInSortedData(unsignedRun, 0, 3, 0), 0);
+}
+
+}  // namespace
+}  // namespace qm
