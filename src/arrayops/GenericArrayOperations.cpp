@@ -7,49 +7,49 @@ namespace qm {
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min,
                                     std::int32_t& minIndex) const {
-    scan::MinWithIndex<T> tracker{min, minIndex};
+    scan::MinScan<T> tracker{{min, minIndex}};
     scan::Run(tracker, data, start, end);
-    min = tracker.min;
-    minIndex = tracker.index;
+    min = tracker.side.value;
+    minIndex = tracker.side.index;
 }
 
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min) const {
-    scan::MinValue<T> tracker{min};
+    scan::MinScan<T> tracker{{min, -1}};
     scan::Run(tracker, data, start, end);
-    min = tracker.min;
+    min = tracker.side.value;
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max,
                                     std::int32_t& maxIndex) const {
-    scan::MaxWithIndex<T> tracker{max, maxIndex};
+    scan::MaxScan<T> tracker{{max, maxIndex}};
     scan::Run(tracker, data, start, end);
-    max = tracker.max;
-    maxIndex = tracker.index;
+    max = tracker.side.value;
+    maxIndex = tracker.side.index;
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max) const {
-    scan::MaxValue<T> tracker{max};
+    scan::MaxScan<T> tracker{{max, -1}};
     scan::Run(tracker, data, start, end);
-    max = tracker.max;
+    max = tracker.side.value;
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end,
                                        MinMaxPointSearchResult<T>& result) const {
-    scan::MinMaxWithIndex<T> tracker{result};
+    scan::MinMaxScan<T> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
     scan::Run(tracker, data, start, end);
-    result = tracker.r;
+    result = {tracker.min.index, tracker.max.index, tracker.min.value, tracker.max.value};
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end, T& min, T& max) const {
-    scan::MinMaxValue<T> tracker{min, max};
+    scan::MinMaxScan<T> tracker{{min, -1}, {max, -1}};
     scan::Run(tracker, data, start, end);
-    min = tracker.min;
-    max = tracker.max;
+    min = tracker.min.value;
+    max = tracker.max.value;
 }
 
 template <class T>

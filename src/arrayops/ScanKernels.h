@@ -39,11 +39,11 @@ template <class T>
     return v;
 }
 
+// Subtracting +0 leaves every value as it was (-0.0 and NaN included) and
+// lets the compiler splat the scalar into all lanes at once.
 template <class T>
 [[gnu::always_inline]] inline Chunk<T> Broadcast(T value) {
-    Chunk<T> v;
-    for (std::int32_t k = 0; k < kChunkLanes<T>; ++k) v[k] = value;
-    return v;
+    return value - Chunk<T>{};
 }
 
 // True when `lanes(chunk)` sets a mask lane for any chunk of the block.
@@ -56,97 +56,95 @@ template <class T, class Lanes>
     return (words[0] | words[1]) != 0;
 }
 
-// The running minimum: replaced only when running > element, so equal values,
-// -0.0 against +0.0 and NaN on either side keep the running value.
-template <class T>
-struct MinValue {
-    T min;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> m = Broadcast(min);
-        return AnyInBlock(block, [m](Chunk<T> e) { return m > e; });
+// Which element replaces the running value: strictly below (or above) it, so
+// equal values, -0.0 against +0.0 and NaN on either side keep the running one.
+// Works on scalars and on chunks alike.
+struct Below {
+    template <class A, class B>
+    static auto Beats(A element, B running) {
+        return running > element;
     }
-    void Visit(T e, std::int32_t) {
-        if (min > e) min = e;
+};
+struct Above {
+    template <class A, class B>
+    static auto Beats(A element, B running) {
+        return element > running;
     }
 };
 
-template <class T>
-struct MaxValue {
-    T max;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> m = Broadcast(max);
-        return AnyInBlock(block, [m](Chunk<T> e) { return e > m; });
-    }
-    void Visit(T e, std::int32_t) {
-        if (e > max) max = e;
-    }
-};
-
-template <class T>
-struct MinWithIndex {
-    T min;
+// One running extreme with the position it came from.
+template <class T, class Rule>
+struct Extreme {
+    T value;
     std::int32_t index;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> m = Broadcast(min);
-        return AnyInBlock(block, [m](Chunk<T> e) { return m > e; });
-    }
+
+    [[gnu::always_inline]] auto LanesBeating(Chunk<T> running, Chunk<T> e) const { return Rule::Beats(e, running); }
+
     void Visit(T e, std::int32_t i) {
-        if (min > e) {
-            min = e;
+        if (Rule::Beats(e, value)) {
+            value = e;
             index = i;
         }
     }
+
+    // The element walk over p[0, n) ends on the first element equal to the
+    // group's extreme, if that beats the running value: found here with a
+    // packed reduction and one search instead of a branch per element. The
+    // value is read back from memory, so a -0.0/+0.0 tie keeps the sign of
+    // the first of them, as the walk would.
+    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
+        Chunk<T> best = Broadcast(value);
+        for (std::int32_t k = 0; k < n; k += kChunkLanes<T>) {
+            const Chunk<T> e = LoadChunk(p + k);
+            best = Rule::Beats(e, best) ? e : best;
+        }
+        T winner = value;
+        for (std::int32_t lane = 0; lane < kChunkLanes<T>; ++lane) {
+            if (Rule::Beats(best[lane], winner)) winner = best[lane];
+        }
+        if (!Rule::Beats(winner, value)) return;
+        std::int32_t k = 0;
+        while (!(p[k] == winner)) ++k;
+        value = p[k];
+        index = base + k;
+    }
+};
+
+// A scan for one extreme.
+template <class T, class Rule>
+struct OneSide {
+    Extreme<T, Rule> side;
+    bool BlockImproves(const T* block) const {
+        const Chunk<T> running = Broadcast(side.value);
+        return AnyInBlock(block, [&](Chunk<T> e) { return side.LanesBeating(running, e); });
+    }
+    void Visit(T e, std::int32_t i) { side.Visit(e, i); }
+    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) { side.TakeGroup(p, base, n); }
 };
 
 template <class T>
-struct MaxWithIndex {
-    T max;
-    std::int32_t index;
+using MinScan = OneSide<T, Below>;
+template <class T>
+using MaxScan = OneSide<T, Above>;
+
+// Both extremes at once; the two sides never influence each other, so the
+// element order of their tests (Max first) cannot change a result.
+template <class T>
+struct MinMaxScan {
+    Extreme<T, Below> min;
+    Extreme<T, Above> max;
     bool BlockImproves(const T* block) const {
-        const Chunk<T> m = Broadcast(max);
-        return AnyInBlock(block, [m](Chunk<T> e) { return e > m; });
+        const Chunk<T> lo = Broadcast(min.value);
+        const Chunk<T> hi = Broadcast(max.value);
+        return AnyInBlock(block, [&](Chunk<T> e) { return max.LanesBeating(hi, e) | min.LanesBeating(lo, e); });
     }
     void Visit(T e, std::int32_t i) {
-        if (e > max) {
-            max = e;
-            index = i;
-        }
+        max.Visit(e, i);
+        min.Visit(e, i);
     }
-};
-
-// Both extremes with their positions; per element the Max test runs first.
-template <class T>
-struct MinMaxWithIndex {
-    MinMaxPointSearchResult<T> r;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> lo = Broadcast(r.Min);
-        const Chunk<T> hi = Broadcast(r.Max);
-        return AnyInBlock(block, [lo, hi](Chunk<T> e) { return (e > hi) | (lo > e); });
-    }
-    void Visit(T e, std::int32_t i) {
-        if (e > r.Max) {
-            r.Max = e;
-            r.MaxIndex = i;
-        }
-        if (r.Min > e) {
-            r.Min = e;
-            r.MinIndex = i;
-        }
-    }
-};
-
-template <class T>
-struct MinMaxValue {
-    T min;
-    T max;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> lo = Broadcast(min);
-        const Chunk<T> hi = Broadcast(max);
-        return AnyInBlock(block, [lo, hi](Chunk<T> e) { return (e > hi) | (lo > e); });
-    }
-    void Visit(T e, std::int32_t) {
-        if (e > max) max = e;
-        if (min > e) min = e;
+    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
+        max.TakeGroup(p, base, n);
+        min.TakeGroup(p, base, n);
     }
 };
 
@@ -165,12 +163,10 @@ void Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) 
         for (; blockEnd - i >= kGroup; i += kGroup) {
             bool improves = false;
             for (std::int32_t b = 0; b < kGroup; b += kBlock) improves |= tracker.BlockImproves(data + i + b);
-            if (!improves) continue;
-            for (std::int32_t k = 0; k < kGroup; ++k) tracker.Visit(data[i + k], i + k);
+            if (improves) tracker.TakeGroup(data + i, i, kGroup);
         }
         for (; i < blockEnd; i += kBlock) {
-            if (!tracker.BlockImproves(data + i)) continue;
-            for (std::int32_t k = 0; k < kBlock; ++k) tracker.Visit(data[i + k], i + k);
+            if (tracker.BlockImproves(data + i)) tracker.TakeGroup(data + i, i, kBlock);
         }
     }
     for (; i < end; ++i) tracker.Visit(data[i], i);
