@@ -3,17 +3,16 @@
 //
 // A scan walks [start, end) upward and compares each element with the
 // running value, strictly. Ranges of more than 16 elements go in blocks of
-// 16 and then one by one. A block is first tested as a whole: if none of its
-// elements would replace a running value, the element-wise walk could not
-// change anything there and the block is passed over. Only a block that
-// holds an improvement is walked element by element, in order, so values,
-// indices and tie-breaks are exactly those of the plain walk. The block test
-// has no dependency between lanes, which lets it run as packed compares.
+// 16 and then one by one. Blocks are first tested in groups: if no element
+// would replace a running value, the walk could not change anything there
+// and the group is passed over. A group that holds an improvement is settled
+// by a packed reduction and a search for the first element equal to it, which
+// lands on the same value, index and tie-break as the element walk. The tests
+// have no dependency between lanes, which lets them run as packed compares.
 
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 
+#include "arrayops/Chunks.h"
 #include "arrayops/MinMaxPointSearchResult.h"
 #include "model/Int32Arithmetic.h"
 
@@ -21,39 +20,12 @@ namespace qm::scan {
 
 inline constexpr std::int32_t kBlock = 16;
 
-// A block is tested in chunks of one SSE register; the lane masks of all
-// chunks are OR-ed, so the test is a few packed compares per block.
-template <class T>
-struct ChunkOf {
-    typedef T type __attribute__((vector_size(16)));
-};
-template <class T>
-using Chunk = typename ChunkOf<T>::type;
-template <class T>
-inline constexpr std::int32_t kChunkLanes = static_cast<std::int32_t>(16 / sizeof(T));
-
-template <class T>
-[[gnu::always_inline]] inline Chunk<T> LoadChunk(const T* p) {
-    Chunk<T> v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
-}
-
-// Subtracting +0 leaves every value as it was (-0.0 and NaN included) and
-// lets the compiler splat the scalar into all lanes at once.
-template <class T>
-[[gnu::always_inline]] inline Chunk<T> Broadcast(T value) {
-    return value - Chunk<T>{};
-}
-
 // True when `lanes(chunk)` sets a mask lane for any chunk of the block.
 template <class T, class Lanes>
 [[gnu::always_inline]] inline bool AnyInBlock(const T* block, Lanes lanes) {
     auto mask = lanes(LoadChunk(block));
     for (std::int32_t k = kChunkLanes<T>; k < kBlock; k += kChunkLanes<T>) mask |= lanes(LoadChunk(block + k));
-    std::uint64_t words[2];
-    std::memcpy(words, &mask, sizeof words);
-    return (words[0] | words[1]) != 0;
+    return AnyLane(mask);
 }
 
 // Which element replaces the running value: strictly below (or above) it, so

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "model/ElementTypes.h"
+#include "resampling/buckets/NearerFilter.h"
 
 namespace qm {
 
@@ -36,17 +37,29 @@ double DistanceToMid(TY value, double mid) {
 }
 
 // The first position in [start, end) whose value is strictly nearest to mid;
-// `chosen` when no distance is below DBL_MAX (all NaN or infinite).
+// `chosen` when no distance is below DBL_MAX (all NaN or infinite). Blocks
+// that the filter shows to hold nothing nearer than the best so far are
+// passed over; the others are walked, so the result is the plain walk's.
 template <class TY>
 std::int32_t NearestToMid(const TY* y, std::int32_t start, std::int32_t end, double mid, std::int32_t chosen) {
     double best = DBL_MAX;
-    for (std::int32_t i = start; i < end; ++i) {
+    auto step = [&](std::int32_t i) {
         const double d = DistanceToMid(y[i], mid);
         if (best > d) {
             best = d;
             chosen = i;
         }
+    };
+    NearerFilter<TY> filter(mid);
+    filter.Narrow(best);
+    std::int32_t i = start;
+    for (; static_cast<std::int64_t>(end) - i >= kNearerBlock; i += kNearerBlock) {
+        if (!filter.AnyIn(y + i)) continue;
+        const double before = best;
+        for (std::int32_t k = 0; k < kNearerBlock; ++k) step(i + k);
+        if (best != before) filter.Narrow(best);
     }
+    for (; i < end; ++i) step(i);
     return chosen;
 }
 
