@@ -1,7 +1,6 @@
 #include "interop/IntVector.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 #include <stdexcept>
 
@@ -22,7 +21,7 @@ IntVector::IntVector(const IntVector& other) : IntVector(other.data(), other.siz
 IntVector::IntVector(const std::int32_t* first, std::int32_t count) {
     begin_ = Allocate(static_cast<std::uint32_t>(count));
     end_ = capacityEnd_ = begin_ + count;
-    if (count > 0) std::memcpy(begin_, first, static_cast<std::size_t>(count) * sizeof(std::int32_t));
+    if (count > 0) MoveInts(begin_, first, static_cast<std::size_t>(count));
 }
 
 IntVector::~IntVector() { ::operator delete(begin_); }
@@ -44,7 +43,7 @@ std::uint32_t IntVector::GrownCapacity(std::uint32_t needed) const {
 void IntVector::Reallocate(std::uint32_t newCapacity) {
     std::int32_t* fresh = Allocate(newCapacity);
     const std::int32_t count = size();
-    if (count > 0) std::memcpy(fresh, begin_, static_cast<std::size_t>(count) * sizeof(std::int32_t));
+    if (count > 0) MoveInts(fresh, begin_, static_cast<std::size_t>(count));
     ::operator delete(begin_);
     begin_ = fresh;
     end_ = fresh + count;
@@ -60,7 +59,7 @@ void IntVector::Insert(std::int32_t index, std::int32_t value) {
         Reallocate(GrownCapacity(count + 1));
     }
     std::int32_t* at = begin_ + index;
-    std::memmove(at + 1, at, static_cast<std::size_t>(end_ - at) * sizeof(std::int32_t));
+    MoveInts(at + 1, at, static_cast<std::size_t>(end_ - at));
     *at = value;
     ++end_;
 }
@@ -71,8 +70,8 @@ void IntVector::InsertRange(std::int32_t index, const std::int32_t* values, std:
     const auto oldSize = static_cast<std::uint32_t>(size());
     if (n <= static_cast<std::uint32_t>(capacityEnd_ - end_)) {
         std::int32_t* at = begin_ + index;
-        std::memmove(at + n, at, static_cast<std::size_t>(end_ - at) * sizeof(std::int32_t));
-        std::memcpy(at, values, std::size_t{n} * sizeof(std::int32_t));
+        MoveInts(at + n, at, static_cast<std::size_t>(end_ - at));
+        MoveInts(at, values, std::size_t{n});
         end_ += n;
         return;
     }
@@ -82,9 +81,9 @@ void IntVector::InsertRange(std::int32_t index, const std::int32_t* values, std:
     // point into this vector.
     std::int32_t* fresh = Allocate(newCapacity);
     const auto head = static_cast<std::size_t>(index);
-    std::memcpy(fresh, begin_, head * sizeof(std::int32_t));
-    std::memcpy(fresh + head, values, std::size_t{n} * sizeof(std::int32_t));
-    std::memcpy(fresh + head + n, begin_ + head, (oldSize - head) * sizeof(std::int32_t));
+    MoveInts(fresh, begin_, head);
+    MoveInts(fresh + head, values, std::size_t{n});
+    MoveInts(fresh + head + n, begin_ + head, oldSize - head);
     ::operator delete(begin_);
     begin_ = fresh;
     end_ = fresh + oldSize + n;
@@ -93,7 +92,7 @@ void IntVector::InsertRange(std::int32_t index, const std::int32_t* values, std:
 
 void IntVector::Erase(std::int32_t index, std::int32_t count) {
     std::int32_t* at = begin_ + index;
-    std::memmove(at, at + count, static_cast<std::size_t>(end_ - (at + count)) * sizeof(std::int32_t));
+    MoveInts(at, at + count, static_cast<std::size_t>(end_ - (at + count)));
     end_ -= count;
 }
 

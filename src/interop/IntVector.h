@@ -4,9 +4,17 @@
 // 0x3FFFFFFF elements) and its exact reservation are part of the contract
 // with the managed side, which is why it is not a std::vector.
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace qm {
+
+// Copies `count` ints, overlapping or not. An empty vector has no storage, and
+// the C library does not accept a null pointer even for zero bytes.
+inline void MoveInts(std::int32_t* to, const std::int32_t* from, std::size_t count) {
+    if (count != 0) std::memmove(to, from, count * sizeof(std::int32_t));
+}
 
 class IntVector {
 public:

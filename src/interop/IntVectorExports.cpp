@@ -2,7 +2,6 @@
 // list, each with the range checks and messages the managed side expects.
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <stdexcept>
 
@@ -156,9 +155,8 @@ QM_API void CSharp_IntVector_SetRange(QmIntVector* self, int32_t index, const Qm
         if (static_cast<std::uint32_t>(index) + static_cast<std::uint32_t>(source.size()) >
             static_cast<std::uint32_t>(target.size()))
             throw std::out_of_range("index");
-        // memmove: values may be this very vector, overlapping the target.
-        std::memmove(target.data() + index, source.data(),
-                     static_cast<std::size_t>(source.size()) * sizeof(std::int32_t));
+        // values may be this very vector, overlapping the target.
+        MoveInts(target.data() + index, source.data(), static_cast<std::size_t>(source.size()));
     });
 }
 
