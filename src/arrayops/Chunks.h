@@ -4,6 +4,11 @@
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace qm::scan {
 
@@ -29,6 +34,54 @@ template <class T>
 template <class T>
 [[gnu::always_inline]] inline Chunk<T> Broadcast(T value) {
     return value - Chunk<T>{};
+}
+
+// Lane i of the result is lane (i + by) % lanes of v.
+template <class T>
+[[gnu::always_inline]] inline Chunk<T> RotateLanes(Chunk<T> v, std::int32_t by) {
+    using Index = decltype(v == v);
+    using Lane = std::remove_cvref_t<decltype(Index{}[0])>;
+    Index order{};
+    for (std::int32_t i = 0; i < kChunkLanes<T>; ++i) order[i] = static_cast<Lane>((i + by) % kChunkLanes<T>);
+    return __builtin_shuffle(v, order);
+}
+
+// Lane-wise `e < best ? e : best` and `e > best ? e : best`, the strict
+// replace-if-better of the scans. SSE2 has both as one instruction with
+// exactly these semantics (an unordered or equal pair keeps `best`) for four
+// element types; the others blend, which costs a chain of four.
+#if defined(__SSE2__)
+template <class T>
+inline constexpr bool kNativeLaneMinMax =
+    std::is_same_v<T, double> || std::is_same_v<T, float> || std::is_same_v<T, std::int16_t> ||
+    std::is_same_v<T, std::uint8_t>;
+#else
+template <class T>
+inline constexpr bool kNativeLaneMinMax = false;
+#endif
+
+template <class T>
+[[gnu::always_inline]] inline Chunk<T> KeepLower(Chunk<T> best, Chunk<T> e) {
+#if defined(__SSE2__)
+    if constexpr (std::is_same_v<T, double>) return _mm_min_pd(e, best);
+    else if constexpr (std::is_same_v<T, float>) return _mm_min_ps(e, best);
+    else if constexpr (std::is_same_v<T, std::int16_t>) return (Chunk<T>)_mm_min_epi16((__m128i)e, (__m128i)best);
+    else if constexpr (std::is_same_v<T, std::uint8_t>) return (Chunk<T>)_mm_min_epu8((__m128i)e, (__m128i)best);
+    else
+#endif
+        return best > e ? e : best;
+}
+
+template <class T>
+[[gnu::always_inline]] inline Chunk<T> KeepHigher(Chunk<T> best, Chunk<T> e) {
+#if defined(__SSE2__)
+    if constexpr (std::is_same_v<T, double>) return _mm_max_pd(e, best);
+    else if constexpr (std::is_same_v<T, float>) return _mm_max_ps(e, best);
+    else if constexpr (std::is_same_v<T, std::int16_t>) return (Chunk<T>)_mm_max_epi16((__m128i)e, (__m128i)best);
+    else if constexpr (std::is_same_v<T, std::uint8_t>) return (Chunk<T>)_mm_max_epu8((__m128i)e, (__m128i)best);
+    else
+#endif
+        return e > best ? e : best;
 }
 
 // True when any lane of a compare mask is set.

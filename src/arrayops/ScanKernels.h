@@ -36,11 +36,19 @@ struct Below {
     static auto Beats(A element, B running) {
         return running > element;
     }
+    template <class T>
+    static Chunk<T> Keep(Chunk<T> best, Chunk<T> e) {
+        return KeepLower<T>(best, e);
+    }
 };
 struct Above {
     template <class A, class B>
     static auto Beats(A element, B running) {
         return element > running;
+    }
+    template <class T>
+    static Chunk<T> Keep(Chunk<T> best, Chunk<T> e) {
+        return KeepHigher<T>(best, e);
     }
 };
 
@@ -59,26 +67,31 @@ struct Extreme {
         }
     }
 
+    // Keeps, lane by lane, the element that beats the lane's best so far.
+    [[gnu::always_inline]] static void Fold(Chunk<T>& best, Chunk<T> e) { best = Rule::template Keep<T>(best, e); }
+
     // The element walk over p[0, n) ends on the first element equal to the
-    // group's extreme, if that beats the running value: found here with a
-    // packed reduction and one search instead of a branch per element. The
-    // value is read back from memory, so a -0.0/+0.0 tie keeps the sign of
-    // the first of them, as the walk would.
-    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
-        Chunk<T> best = Broadcast(value);
-        for (std::int32_t k = 0; k < n; k += kChunkLanes<T>) {
-            const Chunk<T> e = LoadChunk(p + k);
-            best = Rule::Beats(e, best) ? e : best;
-        }
-        T winner = value;
-        for (std::int32_t lane = 0; lane < kChunkLanes<T>; ++lane) {
-            if (Rule::Beats(best[lane], winner)) winner = best[lane];
-        }
+    // stretch's extreme, if that beats the running value: found here from the
+    // lane-wise bests of the stretch and one search, instead of a branch per
+    // element. The value is read back from memory, so a -0.0/+0.0 tie keeps
+    // the sign of the first of them, as the walk would. NaN never enters a
+    // lane, since it beats nothing.
+    void Settle(const T* p, std::int32_t base, Chunk<T> best) {
+        for (std::int32_t by = kChunkLanes<T> / 2; by >= 1; by /= 2) Fold(best, RotateLanes<T>(best, by));
+        const T winner = best[0];
         if (!Rule::Beats(winner, value)) return;
+        const Chunk<T> wanted = Broadcast(winner);
         std::int32_t k = 0;
+        while (!AnyLane(LoadChunk(p + k) == wanted)) k += kChunkLanes<T>;
         while (!(p[k] == winner)) ++k;
         value = p[k];
         index = base + k;
+    }
+
+    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
+        Chunk<T> best = Broadcast(value);
+        for (std::int32_t k = 0; k < n; k += kChunkLanes<T>) Fold(best, LoadChunk(p + k));
+        Settle(p, base, best);
     }
 };
 
@@ -115,8 +128,15 @@ struct MinMaxScan {
         min.Visit(e, i);
     }
     void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
-        max.TakeGroup(p, base, n);
-        min.TakeGroup(p, base, n);
+        Chunk<T> lo = Broadcast(min.value);
+        Chunk<T> hi = Broadcast(max.value);
+        for (std::int32_t k = 0; k < n; k += kChunkLanes<T>) {
+            const Chunk<T> e = LoadChunk(p + k);
+            max.Fold(hi, e);
+            min.Fold(lo, e);
+        }
+        max.Settle(p, base, hi);
+        min.Settle(p, base, lo);
     }
 };
 
@@ -125,6 +145,13 @@ struct MinMaxScan {
 template <class T>
 inline constexpr std::int32_t kBlocksPerTest = static_cast<std::int32_t>(sizeof(double) / sizeof(T));
 
+// Where the lanes have a native min and max, long ranges go first in
+// stretches of 4 KiB, each reduced lane-wise without a branch and settled
+// once: data with frequent new extremes (a random walk) would make the group
+// tests mispredict again and again.
+template <class T>
+inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(4096 / sizeof(T));
+
 template <class Tracker, class T>
 void Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     std::int32_t i = start;
@@ -132,6 +159,9 @@ void Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) 
     if (count > kBlock) {
         const std::int32_t blockEnd = i + (count - count % kBlock);
         constexpr std::int32_t kGroup = kBlock * kBlocksPerTest<T>;
+        if constexpr (kNativeLaneMinMax<T>) {
+            for (; blockEnd - i >= kStretch<T>; i += kStretch<T>) tracker.TakeGroup(data + i, i, kStretch<T>);
+        }
         for (; blockEnd - i >= kGroup; i += kGroup) {
             bool improves = false;
             for (std::int32_t b = 0; b < kGroup; b += kBlock) improves |= tracker.BlockImproves(data + i + b);

@@ -120,6 +120,8 @@ TYPED_TEST(ExtremumScan, AllSixScansMatchAPlainWalk) {
     for (std::int32_t c = 0; c <= 70; ++c) counts.push_back(c);
     // Narrow types test 128 bytes at a time: reach past such groups too.
     counts.insert(counts.end(), {127, 128, 129, 143, 144, 145, 255, 256, 257, 300});
+    // Long ranges are first reduced in 4 KiB stretches: one, several, and a rest.
+    counts.insert(counts.end(), {520, 1100, 2100, 4200, 9000});
     for (const std::int32_t count : counts) {
         for (std::int32_t trial = 0; trial < 16; ++trial) {
             const std::vector<T> few{pick(all), pick(all), pick(all)};  // many ties
