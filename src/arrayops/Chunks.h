@@ -36,16 +36,6 @@ template <class T>
     return value - Chunk<T>{};
 }
 
-// Lane i of the result is lane (i + by) % lanes of v.
-template <class T>
-[[gnu::always_inline]] inline Chunk<T> RotateLanes(Chunk<T> v, std::int32_t by) {
-    using Index = decltype(v == v);
-    using Lane = std::remove_cvref_t<decltype(Index{}[0])>;
-    Index order{};
-    for (std::int32_t i = 0; i < kChunkLanes<T>; ++i) order[i] = static_cast<Lane>((i + by) % kChunkLanes<T>);
-    return __builtin_shuffle(v, order);
-}
-
 // Lane-wise `e < best ? e : best` and `e > best ? e : best`, the strict
 // replace-if-better of the scans. SSE2 has both as one instruction with
 // exactly these semantics (an unordered or equal pair keeps `best`) for four

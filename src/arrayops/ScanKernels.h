@@ -11,6 +11,7 @@
 // have no dependency between lanes, which lets them run as packed compares.
 
 #include <cstdint>
+#include <cstring>
 
 #include "arrayops/Chunks.h"
 #include "arrayops/MinMaxPointSearchResult.h"
@@ -77,8 +78,13 @@ struct Extreme {
     // the sign of the first of them, as the walk would. NaN never enters a
     // lane, since it beats nothing.
     void Settle(const T* p, std::int32_t base, Chunk<T> best) {
-        for (std::int32_t by = kChunkLanes<T> / 2; by >= 1; by /= 2) Fold(best, RotateLanes<T>(best, by));
-        const T winner = best[0];
+        // Lanes through memory: a generic shuffle of narrow lanes compiles badly.
+        T lanes[kChunkLanes<T>];
+        std::memcpy(lanes, &best, sizeof lanes);
+        T winner = lanes[0];
+        for (std::int32_t lane = 1; lane < kChunkLanes<T>; ++lane) {
+            if (Rule::Beats(lanes[lane], winner)) winner = lanes[lane];
+        }
         if (!Rule::Beats(winner, value)) return;
         const Chunk<T> wanted = Broadcast(winner);
         std::int32_t k = 0;
@@ -88,9 +94,18 @@ struct Extreme {
         index = base + k;
     }
 
+    // Two chains of lane bests, so that consecutive folds do not wait on
+    // each other; n is a whole number of chunks.
     void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
         Chunk<T> best = Broadcast(value);
-        for (std::int32_t k = 0; k < n; k += kChunkLanes<T>) Fold(best, LoadChunk(p + k));
+        Chunk<T> other = best;
+        std::int32_t k = 0;
+        for (; n - k >= 2 * kChunkLanes<T>; k += 2 * kChunkLanes<T>) {
+            Fold(best, LoadChunk(p + k));
+            Fold(other, LoadChunk(p + k + kChunkLanes<T>));
+        }
+        if (k < n) Fold(best, LoadChunk(p + k));
+        Fold(best, other);
         Settle(p, base, best);
     }
 };
