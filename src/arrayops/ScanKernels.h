@@ -94,19 +94,21 @@ struct Extreme {
         index = base + k;
     }
 
-    // Two chains of lane bests, so that consecutive folds do not wait on
-    // each other; n is a whole number of chunks.
+    // Four chains of lane bests, so that consecutive folds do not wait on
+    // each other (a packed double min takes four cycles); n is a whole
+    // number of chunks.
     void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
-        Chunk<T> best = Broadcast(value);
-        Chunk<T> other = best;
+        constexpr std::int32_t kLanes = kChunkLanes<T>;
+        Chunk<T> best[4] = {Broadcast(value), Broadcast(value), Broadcast(value), Broadcast(value)};
         std::int32_t k = 0;
-        for (; n - k >= 2 * kChunkLanes<T>; k += 2 * kChunkLanes<T>) {
-            Fold(best, LoadChunk(p + k));
-            Fold(other, LoadChunk(p + k + kChunkLanes<T>));
+        for (; n - k >= 4 * kLanes; k += 4 * kLanes) {
+            for (std::int32_t c = 0; c < 4; ++c) Fold(best[c], LoadChunk(p + k + c * kLanes));
         }
-        if (k < n) Fold(best, LoadChunk(p + k));
-        Fold(best, other);
-        Settle(p, base, best);
+        for (; k < n; k += kLanes) Fold(best[0], LoadChunk(p + k));
+        Fold(best[0], best[1]);
+        Fold(best[2], best[3]);
+        Fold(best[0], best[2]);
+        Settle(p, base, best[0]);
     }
 };
 
@@ -142,16 +144,10 @@ struct MinMaxScan {
         max.Visit(e, i);
         min.Visit(e, i);
     }
+    // One side after the other: the second reads the stretch from L1.
     void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
-        Chunk<T> lo = Broadcast(min.value);
-        Chunk<T> hi = Broadcast(max.value);
-        for (std::int32_t k = 0; k < n; k += kChunkLanes<T>) {
-            const Chunk<T> e = LoadChunk(p + k);
-            max.Fold(hi, e);
-            min.Fold(lo, e);
-        }
-        max.Settle(p, base, hi);
-        min.Settle(p, base, lo);
+        max.TakeGroup(p, base, n);
+        min.TakeGroup(p, base, n);
     }
 };
 
