@@ -2,13 +2,13 @@
 // The scan loops, written once for every element type.
 //
 // A scan walks [start, end) upward and compares each element with the
-// running value, strictly. Ranges of more than 16 elements go in blocks of
-// 16 and then one by one. Blocks are first tested in groups: if no element
-// would replace a running value, the walk could not change anything there
-// and the group is passed over. A group that holds an improvement is settled
-// by a packed reduction and a search for the first element equal to it, which
-// lands on the same value, index and tie-break as the element walk. The tests
-// have no dependency between lanes, which lets them run as packed compares.
+// running value, strictly; every faster path below gives exactly that walk's
+// value, index and tie-break. Ranges of more than 16 elements go in blocks of
+// 16 and then one by one. Where the lanes have a native min and max, whole
+// 4 KiB stretches are reduced lane-wise first. The remaining blocks are
+// tested in groups: if no element would replace a running value, the group
+// is passed over. A stretch or a group is settled by a packed reduction and
+// a search for the first element equal to its extreme.
 
 #include <cstdint>
 #include <cstring>
