@@ -103,11 +103,9 @@ TYPED_TEST(ArrayOperationsExportsTest, EveryScanImprovesTheCallersSeeds) {
         std::int32_t start, end, minIndex, maxIndex;
         int min, max;
     };
-    // Counts 33, 22, 16, 17, 15, 32 and 3 put the extremes in blocks and
-    // tails; an empty range leaves the seeds as they were.
-    for (const Case& c : {Case{0, 33, 17, 20, 5, 60}, Case{18, 40, 33, 20, 5, 60}, Case{1, 17, 5, 4, 20, 24},
-                          Case{2, 19, 17, 4, 5, 24}, Case{21, 36, 33, 35, 5, 60}, Case{4, 36, 17, 20, 5, 60},
-                          Case{7, 10, 7, 9, 22, 24}, Case{6, 6, -1, -1, 100, 0}}) {
+    // The scan semantics are tested on the kernels; here each export must
+    // reach its own scan: extremes in a block, in a tail, and an empty range.
+    for (const Case& c : {Case{0, 33, 17, 20, 5, 60}, Case{21, 36, 33, 35, 5, 60}, Case{6, 6, -1, -1, 100, 0}}) {
         SCOPED_TRACE(testing::Message() << "[" << c.start << ", " << c.end << ")");
         const T* d = data.data();
         const auto expected = std::make_tuple(T(c.min), c.minIndex, T(c.max), c.maxIndex);
@@ -136,15 +134,6 @@ TYPED_TEST(ArrayOperationsExportsTest, EveryScanImprovesTheCallersSeeds) {
         Api::Max(this->ops, d, c.start, c.end, &max);
         EXPECT_EQ(std::make_pair(min, max), std::make_pair(T(4), T(61)));
     }
-    // The extremes of T compare by its own signedness (for unsigned T the
-    // lowest value is 0 and loses the tie to the 0 in front).
-    using Limits = std::numeric_limits<T>;
-    const T edges[3] = {T(0), Limits::max(), Limits::lowest()};
-    T min = Limits::max(), max = Limits::lowest();
-    std::int32_t minIndex = -1, maxIndex = -1;
-    Api::MinAt(this->ops, edges, 0, 3, &min, &minIndex);
-    Api::MaxAt(this->ops, edges, 0, 3, &max, &maxIndex);
-    EXPECT_EQ(std::make_pair(minIndex, maxIndex), std::make_pair(std::is_signed_v<T> ? 2 : 0, 1));
 }
 
 TYPED_TEST(ArrayOperationsExportsTest, FreshRecordSeedsTheScanWithZeros) {
@@ -174,47 +163,13 @@ TYPED_TEST(ArrayOperationsExportsTest, LookupsGiveAbsolutePositionsOrMinusOne) {
     const T u[5] = {T(4), T(2), T(7), T(2), T(9)};
     EXPECT_EQ(Api::FindUnsorted(this->ops, u, 0, 5, T(2)), 1);
     EXPECT_EQ(Api::FindUnsorted(this->ops, u, 2, 5, T(2)), 3);
-    EXPECT_EQ(Api::FindUnsorted(this->ops, u, 2, 3, T(2)), -1);  // the hit at end is outside
-    EXPECT_EQ(Api::FindUnsorted(this->ops, u, 1, 5, T(4)), -1);  // and so is one before start
-    EXPECT_EQ(Api::FindUnsorted(this->ops, u, 1, 1, T(2)), -1);
-    EXPECT_EQ(Api::FindUnsorted(this->ops, u, 4, 1, T(2)), -1);
     const T s[6] = {T(1), T(3), T(3), T(5), T(8), T(8)};
     EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 5, T(3)), 1);
     EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 6, T(8)), 4);
-    EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 5, T(1)), 0);
-    EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 5, T(0)), -1);
     EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 5, T(6)), -1);
     // Above the whole range the search lands on data[end] and compares it.
     EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 4, T(8)), 4);
     EXPECT_EQ(Api::FindSorted(this->ops, s, 0, 3, T(5)), 3);
-    EXPECT_EQ(Api::FindSorted(this->ops, s, 2, 2, T(3)), 2);
-    EXPECT_EQ(Api::FindSorted(this->ops, s, 2, 2, T(5)), -1);
-    const T ordered[3] = {std::numeric_limits<T>::lowest(), T(0), std::numeric_limits<T>::max()};
-    EXPECT_EQ(Api::FindSorted(this->ops, ordered, 0, 3, ordered[2]), 2);
-}
-
-template <class T>
-class FloatingArrayOperationsExportsTest : public ArrayOperationsExportsTest<T> {};
-using FloatingTypes = ::testing::Types<double, float>;
-TYPED_TEST_SUITE(FloatingArrayOperationsExportsTest, FloatingTypes, ElementWord);
-
-TYPED_TEST(FloatingArrayOperationsExportsTest, NaNTakesNoPartAndZerosCompareEqual) {
-    using T = TypeParam;
-    using Api = ArrayApi<T>;
-    const T nan = std::numeric_limits<T>::quiet_NaN();
-    const T d[7] = {T(1), nan, T(0), T(0.0), T(-0.0), T(1), T(2)};
-    T value = T(5);
-    std::int32_t index = -1;
-    Api::MinAt(this->ops, d, 0, 3, &value, &index);
-    EXPECT_EQ(index, 2);
-    // A NaN seed is never beaten, in the blocked form too.
-    value = nan;
-    Api::Min(this->ops, d, 0, 3, &value);
-    EXPECT_TRUE(std::isnan(value));
-    EXPECT_EQ(Api::FindUnsorted(this->ops, d, 0, 7, nan), -1);
-    EXPECT_EQ(Api::FindUnsorted(this->ops, d, 4, 7, T(0.0)), 4);
-    EXPECT_EQ(Api::FindSorted(this->ops, d, 4, 7, T(0.0)), 4);
-    EXPECT_EQ(Api::FindSorted(this->ops, d, 1, 2, nan), -1);
 }
 
 }  // namespace

@@ -96,27 +96,6 @@ TEST_F(ExtremeResamplerTest, BucketCellsHoldTheirModesStrategy) {
     EXPECT_NE(rows[0][1].indices, rows[1][1].indices);
 }
 
-// None of every data kind and every mode of NotResampled pass the points
-// through; unevenly spaced data uses the Linear pass-through.
-TEST_F(ExtremeResamplerTest, PassThroughCells) {
-    const Output linearNone = Direct<LinearNoneResamplingMethod<double, double>>(Linear);
-    ASSERT_EQ(linearNone.indices.size(), 178u);
-    ExpectSameOutput(Engine(Linear, None), linearNone);
-    ExpectSameOutput(Engine(UnevenlySpaced, None), linearNone);
-    ExpectSameOutput(Engine(Category, None), Direct<CategoryNoneResamplingMethod<double, double>>(Category));
-    for (ResamplingMode mode : {None, MinMax, Min, Max, Mid, MinOrMax})
-        ExpectSameOutput(Engine(NotResampled, mode), linearNone);
-
-    // Any base index but 0 selects the ring forms.
-    args = InRing(args, kSize, 150);
-    const Output ringNone = Direct<LinearNoneFifoResamplingMethod<double, double>>(NotResampled);
-    EXPECT_NE(ringNone.x, linearNone.x);
-    for (ResamplingMode mode : {None, MinMax, Mid})
-        ExpectSameOutput(Engine(NotResampled, mode), ringNone);
-    ExpectSameOutput(Engine(UnevenlySpaced, None), ringNone);
-    ExpectSameOutput(Engine(Category, None), Direct<CategoryNoneFifoResamplingMethod<double, double>>(Category));
-}
-
 // 126 grid cells; a cell yields 2 points in MinMax and MinOrMax, else 1, and
 // one more for an unevenly spaced gap edge. The same in the ring tables.
 TEST_F(ExtremeResamplerTest, EachCellReservesItsPointsPerCell) {
@@ -132,48 +111,6 @@ TEST_F(ExtremeResamplerTest, EachCellReservesItsPointsPerCell) {
                           expected[row][column])
                     << "base " << base << " data " << a.Data << " mode " << kBucketModes[column];
             }
-}
-
-// HasNaN only matters where Y can hold NaN.
-TEST_F(ExtremeResamplerTest, IntegerYIgnoresHasNaN) {
-    ExtremeResampler<double, std::int32_t> integers;
-    std::vector<std::int32_t> iy;
-    for (double v : y) iy.push_back(static_cast<std::int32_t>(v * 1000.0));
-    for (std::int32_t base : {0, 150})
-        for (ResamplingData data : kBucketData) {
-            ResamplingArgs a = InRing(args, kSize, base);
-            a.Data = data;
-            a.HasNaN = false;
-            const Output without = Resample(integers, MinMax, x.data(), iy.data(), a);
-            a.HasNaN = true;
-            ExpectSameOutput(Resample(integers, MinMax, x.data(), iy.data(), a), without);
-        }
-}
-
-// Floating-point Y with NaN gaps needs NaN-aware strategies; until they
-// exist those cells refuse to run rather than close the gaps. Pass-through
-// cells keep working.
-TEST_F(ExtremeResamplerTest, NaNCellsRefuseBucketModesForFloatingY) {
-    ExtremeResampler<float, float> singles;
-    const std::vector<float> fx(x.begin(), x.end()), fy(y.begin(), y.end());
-    double sink[4];
-    for (std::int32_t base : {0, 150})
-        for (ResamplingData data : kBucketData) {
-            ResamplingArgs a = InRing(args, kSize, base);
-            a.Data = data;
-            a.HasNaN = true;
-            for (ResamplingMode mode : kBucketModes) {
-                SCOPED_TRACE(testing::Message() << "base " << base << " data " << data << " mode " << mode);
-                IntVector indices;
-                EXPECT_THROW(engine.UpdateIndices(indices, x.data(), y.data(), mode, a), std::logic_error);
-                EXPECT_THROW(engine.Execute(x.data(), y.data(), sink, sink, indices, mode, a), std::logic_error);
-                EXPECT_THROW(singles.UpdateIndices(indices, fx.data(), fy.data(), mode, a), std::logic_error);
-                EXPECT_EQ(indices.size(), 0);
-            }
-            EXPECT_EQ(Resample(engine, None, x.data(), y.data(), a).indices.size(), 178u);
-            a.Data = NotResampled;
-            EXPECT_EQ(Resample(singles, Min, fx.data(), fy.data(), a).indices.size(), 178u);
-        }
 }
 
 // A caller that reuses its index vector reaches its size once; after that a

@@ -70,24 +70,6 @@ TEST(IntVectorResize, GrowsByHalfNeverLessThanAskedAndFillsZeros) {
     EXPECT_EQ(fresh.size(), 3);
 }
 
-TEST(IntVectorGrowth, AppendAndInsertGrowByHalf) {
-    IntVector v;
-    std::vector<std::int32_t> capacities;  // each capacity the vector passes through
-    for (std::int32_t k = 0; k < 28; ++k) {
-        v.PushBack(k);
-        if (capacities.empty() || capacities.back() != v.capacity()) capacities.push_back(v.capacity());
-    }
-    EXPECT_EQ(v[27], 27);
-    EXPECT_EQ(capacities, (std::vector<std::int32_t>{1, 2, 3, 4, 6, 9, 13, 19, 28}));
-
-    IntVector w = IntVector::Repeated(1, 4);
-    w.Insert(1, 9);
-    EXPECT_EQ(w.capacity(), 6);
-    EXPECT_EQ(Elements(w), (std::vector<std::int32_t>{1, 9, 1, 1, 1}));
-    w.Insert(5, w[1]);  // at the size: an append
-    EXPECT_EQ(Elements(w), (std::vector<std::int32_t>{1, 9, 1, 1, 1, 9}));
-}
-
 TEST(IntVectorGrowth, InsertRangeUsesSpareRoomThenGrows) {
     IntVector v = IntVector::Repeated(0, 4);
     v.Reserve(8);

@@ -189,28 +189,6 @@ TEST(RingReduction, UnbeatenSlotBecomesTheLogicalIndexOfMinusOne) {
     EXPECT_EQ(Reduce<MinMaxReduction>(RingXData(zeros), bucket), (Pts{{106, 0, 1}, {kNaN, 0, 2}}));
 }
 
-TEST(BucketOutputRecord, OpensOverTheReservedRoomAndClosesToWhatWasProduced) {
-    const std::int32_t held[] = {7, 8, 9};
-    IntVector indices(held, 3);
-    indices.ReserveForAppend(4);
-    double xs[4] = {}, ys[4] = {};
-    ResamplingArgs args{};
-    {
-        BucketOutput output(xs, ys, indices, args);
-        EXPECT_EQ(indices.size(), 7);
-        output.Append(1.5, 2.5, 42);
-        output.Append(3.5, 4.5, 43);
-    }
-    ASSERT_EQ(indices.size(), 5);
-    EXPECT_EQ(indices.capacity(), 7);
-    const std::int32_t expected[] = {7, 8, 9, 42, 43};
-    for (std::int32_t k = 0; k < 5; ++k) EXPECT_EQ(indices[k], expected[k]);
-    EXPECT_EQ(xs[1], 3.5);
-    EXPECT_EQ(ys[1], 4.5);
-    { BucketOutput idle(xs, ys, indices, args); }
-    EXPECT_EQ(indices.size(), 5);
-}
-
 TEST(BucketOutputRecord, ClosesAlsoWhenAnExceptionLeaves) {
     IntVector indices;
     indices.ReserveForAppend(6);

@@ -52,13 +52,6 @@ TEST(RingDrivers, TurnedRingOfAThousandPoints) {
     EXPECT_EQ(Record(category, x.data(), x.data(), args), expected);
 }
 
-TEST(RingDrivers, CategoryOnePointRun) {
-    Recorder<FifoCategoryResamplingMethodBase<double, double>> category(1);
-    const double* none = nullptr;
-    EXPECT_EQ(Record(category, none, none, InRing(Args(Category, 8, 8, 0.0, 1000.0, 100), 100, 95)),
-              (std::vector<Bucket>{{3, 4}}));
-}
-
 // Step 1 under X spacing 2 (Linear), or step 0.5 over indices (Category),
 // makes every other bucket empty. A ring reads an empty bucket as the whole
 // ring, so it reports the ring's minimum where a straight array reports
