@@ -12,11 +12,9 @@
 
 #include "arrayops/GenericArrayOperations.h"
 #include "resampling/ExtremeResampler.h"
-#include "resampling/drivers/CategoryDriver.h"
-#include "resampling/drivers/DriverTestSupport.h"
-#include "resampling/drivers/LinearDriver.h"
+#include "resampling/ResamplingTestSupport.h"
+#include "resampling/drivers/BucketModeMethods.h"
 #include "resampling/drivers/PassThroughMethods.h"
-#include "resampling/drivers/UnevenlySpacedDriver.h"
 #include "support/FailingAllocator.h"
 
 namespace qm {

@@ -30,8 +30,14 @@ public:
 
     ~BucketOutput() { Indices->Resize(IndexOffset + static_cast<std::uint32_t>(Count)); }
 
-    // No bounds check: the drivers never let a run outgrow Room().
+    // A point beyond the room is dropped and ends the walk (see Full): a
+    // run within the caller's contract never gets there, one outside it must
+    // not write past what the caller was told to provide.
     void Append(double x, double y, std::int32_t index) {
+        if (Room() <= 0) {
+            Overflowed = true;
+            return;
+        }
         *XCursor++ = x;
         *YCursor++ = y;
         *IndexCursor++ = index;
@@ -42,6 +48,8 @@ public:
     std::int32_t Room() const {
         return static_cast<std::int32_t>(Indices->data() + Indices->size() - IndexCursor);
     }
+
+    bool Full() const { return Overflowed; }
 
     const ResamplingArgs& RunArgs() const { return *Args; }
     std::int32_t Produced() const { return Count; }
@@ -54,6 +62,7 @@ private:
     std::uint32_t IndexOffset;
     const ResamplingArgs* Args;
     std::int32_t Count = 0;
+    bool Overflowed = false;
 };
 
 }  // namespace qm

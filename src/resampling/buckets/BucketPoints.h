@@ -1,6 +1,7 @@
 #pragma once
-// How a reducer turns a found position into an output point, for the four
-// layouts: plain or ring storage, X from the data or the index as X.
+// How picked positions become output points: the index is the position's
+// place in the series (a slot of a ring turned back into a logical index),
+// X is read from the data at the position or is that index itself.
 //
 // A scan that no element beat leaves its position at -1. Such a point keeps
 // index -1 (plain) or the logical index of slot -1 (ring), and since there
@@ -11,8 +12,8 @@
 #include <limits>
 
 #include "model/ElementTypes.h"
-#include "model/Int32Arithmetic.h"
 #include "resampling/buckets/BucketOutput.h"
+#include "resampling/buckets/Reductions.h"
 
 namespace qm {
 
@@ -21,34 +22,20 @@ double XAtPosition(const TX* x, std::int32_t position) {
     return position < 0 ? std::numeric_limits<double>::quiet_NaN() : ToDouble(x[position]);
 }
 
-// Positions are array positions and output indices at once.
-template <class TX, class TY, bool kIndexAsX>
-struct PlainPoints {
+template <class TX, bool kIndexAsX>
+struct PointEmitter {
     const TX* x;
-    const TY* y;
 
-    std::int32_t Order(std::int32_t position) const { return position; }
-
-    void Emit(BucketOutput& output, std::int32_t position, double yValue) const {
-        const double xValue = kIndexAsX ? static_cast<double>(position) : XAtPosition(x, position);
-        output.Append(xValue, yValue, position);
+    template <class Range>
+    void Emit(BucketOutput& output, const Range& range, std::int32_t position, double yValue) const {
+        const std::int32_t index = range.Order(position);
+        const double xValue = kIndexAsX ? static_cast<double>(index) : XAtPosition(x, position);
+        output.Append(xValue, yValue, index);
     }
-};
 
-// Positions are slots of a ring; output indices and source order are logical.
-template <class TX, class TY, bool kIndexAsX>
-struct RingPoints {
-    const TX* x;
-    const TY* y;
-    std::int32_t size;
-    std::int32_t baseIndex;
-
-    std::int32_t Order(std::int32_t slot) const { return LogicalOf(slot, baseIndex, size); }
-
-    void Emit(BucketOutput& output, std::int32_t slot, double yValue) const {
-        const std::int32_t logical = Order(slot);
-        const double xValue = kIndexAsX ? static_cast<double>(logical) : XAtPosition(x, slot);
-        output.Append(xValue, yValue, logical);
+    template <class Range>
+    void Emit(BucketOutput& output, const Range& range, const Picks& picks) const {
+        for (std::int32_t k = 0; k < picks.count; ++k) Emit(output, range, picks.position[k], picks.value[k]);
     }
 };
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "arrayops/GenericArrayOperations.h"
-#include "resampling/drivers/DriverTestSupport.h"
+#include "resampling/ResamplingTestSupport.h"
 #include "resampling/drivers/PassThroughMethods.h"
 
 namespace qm {

@@ -1,7 +1,9 @@
-// Every bucket walk ends and stays inside the room its caller made, also for
-// arguments outside the caller's contract: a prediction that goes backwards
-// closes the walk with one bucket up to EndIndex, the last bucket the room
-// allows takes everything left, and a grid without cells yields nothing.
+// Every bucket walk, NaN-aware ones included, ends and stays inside the room
+// its caller made, also for arguments outside the caller's contract: a
+// prediction that goes backwards closes the walk with one bucket up to
+// EndIndex, a walk past its bound takes everything left into one bucket, a
+// grid without cells yields nothing, and Execute refuses a run whose grid
+// needs more room than the vector has.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +13,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "resampling/drivers/DriverTestSupport.h"
+#include "resampling/ResamplingTestSupport.h"
 
 namespace qm {
 namespace {
@@ -23,26 +25,30 @@ constexpr std::int32_t kBases[] = {0, 7};  // plain arrays, then a ring
 
 class WalkGuard : public ::testing::Test {
 protected:
-    ExtremeResampler<double, double> engine;
-    std::vector<double> y = std::vector<double>(kRingSize);
+    ExtremeResampler<double, float> engine;
+    std::vector<float> y = std::vector<float>(kRingSize);
 
     WalkGuard() {
         std::mt19937 rng(5);
-        for (double& v : y) v = std::uniform_real_distribution<double>(-1.0, 1.0)(rng);
+        for (float& v : y) v = std::uniform_real_distribution<float>(-1.0f, 1.0f)(rng);
     }
 
     template <class Body>
     static void ForEachCell(Body&& body) {
-        for (std::int32_t base : kBases)
-            for (ResamplingData data : kBucketData)
-                for (ResamplingMode mode : kBucketModes) {
-                    SCOPED_TRACE(testing::Message() << "base " << base << " data " << data << " mode " << mode);
-                    body(base, data, mode);
-                }
+        for (bool nan : {false, true})
+            for (std::int32_t base : kBases)
+                for (ResamplingData data : kBucketData)
+                    for (ResamplingMode mode : kBucketModes) {
+                        SCOPED_TRACE(testing::Message() << "base " << base << " data " << data << " mode " << mode
+                                                        << " nan " << nan);
+                        body(nan, base, data, mode);
+                    }
     }
 
     // Runs the logical series x (Y from `y`) plain or in a ring turned by `base`.
-    Output RunAs(std::int32_t base, ResamplingMode mode, const std::vector<double>& x, ResamplingArgs args) const {
+    Output RunAs(bool nan, std::int32_t base, ResamplingMode mode, const std::vector<double>& x,
+                 ResamplingArgs args) const {
+        args.HasNaN = nan;
         if (base == 0) return Resample(engine, mode, x.data(), y.data(), args);
         std::vector<double> logicalX = x;
         logicalX.resize(kRingSize, x.back());
@@ -62,10 +68,10 @@ protected:
 
 TEST_F(WalkGuard, OnePointRangeYieldsThatPoint) {
     const std::vector<double> x = Ramp(10, 0.0, 1.0);
-    ForEachCell([&](std::int32_t base, ResamplingData data, ResamplingMode mode) {
+    ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
         // The unevenly spaced driver adds the first point after a gap.
         const std::vector<std::int32_t> expected(data == UnevenlySpaced ? 2 : 1, 4);
-        EXPECT_EQ(RunAs(base, mode, x, Args(data, 4, 4, 0.0, 9.0, 3)).indices, expected);
+        EXPECT_EQ(RunAs(nan, base, mode, x, Args(data, 4, 4, 0.0, 9.0, 3)).indices, expected);
     });
 }
 
@@ -83,9 +89,10 @@ TEST_F(WalkGuard, SenselessSpacingGivesOneBucket) {
         {"falling", Ramp(11, 64.0, -2.0), Args(Linear, 0, 10, 0.0, 64.0, 8)},  // first position -4
     };
     for (const auto& c : cases)
+        for (bool nan : {false, true})
         for (std::int32_t base : kBases)
             for (ResamplingMode mode : {Min, MinMax})
-                EXPECT_EQ(RunAs(base, mode, c.x, c.args).indices, WholeRange(mode, 0, 10))
+                EXPECT_EQ(RunAs(nan, base, mode, c.x, c.args).indices, WholeRange(mode, 0, 10))
                     << c.name << " base " << base << " mode " << mode;
 }
 
@@ -97,15 +104,16 @@ TEST_F(WalkGuard, GridWithoutCellsYieldsNothing) {
     const ResamplingArgs grids[] = {Args(Linear, 0, 99, 0.0, 100.0, 0), Args(Linear, 0, 99, 0.0, 0.0, 10),
                                     Args(Linear, 0, 99, 0.0, -5.0, 10), Args(Linear, 0, 99, 0.0, 100.0, 10, ~0u)};
     for (const ResamplingArgs& grid : grids)
-        ForEachCell([&](std::int32_t base, ResamplingData data, ResamplingMode mode) {
+        ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
             ResamplingArgs args = base == 0 ? grid : InRing(grid, kRingSize, base);
             args.Data = data;
+            args.HasNaN = nan;
             // The cell count is INT32_MIN: an even number of points per cell
             // wraps the room to 0, an odd number fails to reserve.
             const int perCell = (mode == MinMax || mode == MinOrMax ? 2 : 1) + (data == UnevenlySpaced ? 1 : 0);
             IntVector indices;
             indices.Reserve(64);
-            if (perCell % 2 == 0)
+            if (nan || perCell % 2 == 0)
                 EXPECT_EQ(engine.UpdateIndices(indices, x.data(), y.data(), mode, args), 0);
             else
                 EXPECT_THROW(engine.UpdateIndices(indices, x.data(), y.data(), mode, args), std::length_error);
@@ -117,28 +125,36 @@ TEST_F(WalkGuard, GridWithoutCellsYieldsNothing) {
 }
 
 // X at EndIndex lies ten times beyond MaxXInclusive: the grid has 101 cells
-// of width 1 but the points go on to 999. The walk stops at the room it was
-// given (Resample checks count and sentinels), and its last bucket takes all
-// the rest.
+// of width 1 but the points go on to 999. An evenly spaced walk's last
+// bucket (its 101st) takes all the rest; an unevenly spaced one goes on to
+// the first boundary more than a step past MaxXInclusive, whose bucket takes
+// all the rest. Resample checks the count and the sentinels.
 TEST_F(WalkGuard, PointsBeyondTheViewportStayWithinTheRoom) {
     const std::vector<double> x = Ramp(1000, 0.0, 1.0);
-    ForEachCell([&](std::int32_t base, ResamplingData data, ResamplingMode mode) {
-        const Output out = RunAs(base, mode, x, Args(data, 0, 999, 0.0, 100.0, 100));
+    ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
+        const Output out = RunAs(nan, base, mode, x, Args(data, 0, 999, 0.0, 100.0, 100));
         if (mode != Min) return;
-        // Buckets [0,2), [2,3), ..., [100,101), then [101,1000); the unevenly
-        // spaced driver also emits the very first point.
-        EXPECT_EQ(out.indices.size(), data == UnevenlySpaced ? 102u : 101u);
-        EXPECT_EQ(out.indices.back(), WholeRange(Min, 101, 999).front());
+        // [0,2), [2,3), ..., [100,101), then [101,1000); the unevenly spaced
+        // walk also emits the very first point and cuts [101,102) first.
+        const bool uneven = data == UnevenlySpaced;
+        EXPECT_EQ(out.indices.size(), uneven ? 103u : 101u);
+        EXPECT_EQ(out.indices.back(), WholeRange(Min, uneven ? 102 : 101, 999).front());
     });
 }
 
-TEST_F(WalkGuard, ExecuteWithoutReservationWritesNothing) {
+// A caller that skipped UpdateIndices (or ignored its failure) gets a report
+// and nothing written; a NaN-aware Execute gathers what the vector holds.
+TEST_F(WalkGuard, ExecuteWithoutRoomIsRefused) {
     const std::vector<double> x = Ramp(kRingSize, 0.0, 1.0);
-    ForEachCell([&](std::int32_t base, ResamplingData data, ResamplingMode mode) {
-        const ResamplingArgs args = InRing(Args(data, 0, 99, 0.0, 99.0, 10), kRingSize, base);
+    ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
+        ResamplingArgs args = InRing(Args(data, 0, 99, 0.0, 99.0, 10), kRingSize, base);
+        args.HasNaN = nan;
         IntVector indices;
         double sink[1] = {kSentinel};
-        engine.Execute(x.data(), y.data(), sink, sink, indices, mode, args);
+        if (nan)
+            engine.Execute(x.data(), y.data(), sink, sink, indices, mode, args);
+        else
+            EXPECT_THROW(engine.Execute(x.data(), y.data(), sink, sink, indices, mode, args), std::length_error);
         EXPECT_EQ(indices.size(), 0);
         EXPECT_EQ(sink[0], kSentinel);
     });

@@ -1,12 +1,14 @@
 #pragma once
-// Shared by the driver suites: building a run's arguments, running a
-// strategy (or the engine) the way the caller does, and drivers whose
-// reducer only records the buckets it is handed.
+// Shared by the resampling suites: building a run's arguments, random valid
+// runs, laying a series into a ring, and running a strategy (or the engine)
+// the way the caller does.
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <ostream>
+#include <cmath>
+#include <limits>
+#include <random>
 #include <vector>
 
 #include "interop/IntVector.h"
@@ -100,43 +102,45 @@ Output Resample(const ExtremeResampler<TX, TY>& engine, ResamplingMode mode, con
                     [&](double* ox, double* oy, IntVector& v) { engine.Execute(x, y, ox, oy, v, mode, args); });
 }
 
-struct Bucket {
-    std::int32_t start;
-    std::int32_t end;
-    bool operator==(const Bucket&) const = default;
-};
+// A random run within the caller's contract: X rising (evenly spaced for
+// Linear, with ties and holes for UnevenlySpaced), Y drawn from a few values
+// so that ties are common, with +-0 and +-inf, and with NaN runs of every
+// length (leading, trailing, whole buckets, everything) when `nan`.
+template <class TY>
+struct RandomRun {
+    std::vector<double> x;
+    std::vector<TY> y;
+    ResamplingArgs args;
 
-inline void PrintTo(const Bucket& b, std::ostream* os) { *os << '[' << b.start << ',' << b.end << ')'; }
-
-// A driver whose reducer writes nothing and keeps [start, end): positions
-// for a plain driver, slots for a ring driver. Only the overload the driver
-// declares is called.
-template <class Driver>
-class Recorder final : public Driver {
-    using TX = typename Driver::XType;
-    using TY = typename Driver::YType;
-
-public:
-    explicit Recorder(std::int32_t pointsPerBucket) : Driver(nullptr, pointsPerBucket) {}
-
-    void ReduceBucket(const TX*, const TY*, BucketOutput&, std::int32_t start, std::int32_t end) const {
-        buckets.push_back({start, end});
+    RandomRun(std::mt19937& rng, ResamplingData data, bool nan) {
+        auto uniform = [&](double a, double b) { return std::uniform_real_distribution<double>(a, b)(rng); };
+        auto below = [&](int n) { return static_cast<std::int32_t>(rng() % static_cast<unsigned>(n)); };
+        const std::int32_t n = 2 + below(90);
+        const double spacing = std::vector<double>{0.25, 1.0, 3.0, 0.7}[below(4)];
+        x.push_back(uniform(-60.0, 60.0));
+        for (std::int32_t i = 1; i < n; ++i) {
+            const std::int32_t kind = below(20);
+            x.push_back(data != UnevenlySpaced ? x[0] + spacing * i
+                                               : x.back() + (kind == 0 ? 0.0 : kind == 1 ? uniform(5, 40) : uniform(0.05, 2)));
+        }
+        constexpr TY inf = std::numeric_limits<TY>::infinity();
+        const TY values[] = {TY(-2), TY(-1), TY(-0.0), TY(0), TY(1), TY(2.5), TY(3), inf, -inf};
+        const std::int32_t spread = std::is_floating_point_v<TY> ? (below(8) == 0 ? 9 : 7) : 7;
+        for (std::int32_t i = 0; i < n; ++i) y.push_back(below(3) == 0 ? TY(uniform(-4, 4)) : values[below(spread)]);
+        if constexpr (std::is_floating_point_v<TY>) {
+            for (std::int32_t runs = nan ? below(6) : 0; runs > 0; --runs) {
+                const std::int32_t at = below(n), length = 1 + below(below(4) == 0 ? n : 6);
+                for (std::int32_t i = at; i < std::min(n, at + length); ++i) y[i] = std::numeric_limits<TY>::quiet_NaN();
+            }
+        }
+        const std::int32_t s = below(n - 1);
+        const std::int32_t e = data == Linear ? s + 1 + below(n - 1 - s) : s + below(n - s);
+        const double first = data == Category ? s : x[s], last = data == Category ? e : x[e];
+        args = Args(data, s, e, first - (below(3) == 0 ? uniform(0, 60) : uniform(0, 2)), last + uniform(0, 3),
+                    1 + below(25), static_cast<std::uint32_t>(below(3)));
+        if (!(args.MaxXInclusive > args.MinXInclusive)) args.MaxXInclusive = args.MinXInclusive + 1;
+        args.ZeroLineY = std::vector<double>{0.0, 1.0, -1.5, std::nan("")}[below(4)];
     }
-    void ReduceBucket(const TX*, const TY*, BucketOutput&, std::int32_t start, std::int32_t end, std::int32_t,
-                      std::int32_t) const {
-        buckets.push_back({start, end});
-    }
-
-    mutable std::vector<Bucket> buckets;
 };
-
-// The buckets a recording driver is handed in one run, sized as a real run
-// is: the walk is bounded by the room UpdateIndices makes, and an unevenly
-// spaced driver writes its gap edges itself.
-template <class Recorder, class TX, class TY>
-std::vector<Bucket> Record(Recorder& recorder, const TX* x, const TY* y, const ResamplingArgs& args) {
-    Resample(recorder, x, y, args);
-    return recorder.buckets;
-}
 
 }  // namespace qm::drivertest

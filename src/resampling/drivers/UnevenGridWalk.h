@@ -1,0 +1,66 @@
+#pragma once
+// The walk of unevenly spaced, ascending X over any layout: each grid
+// boundary is found by binary search in what remains of the visible stretch
+// (in a ring, in each of its two pieces, the nearer answer winning). Buckets
+// may be empty where X has a gap; the walk tells its caller the bucket
+// (`bucket(startSlot, endSlot, afterEmpty)`) and the last point before a
+// gap (`gap(logicalIndex)`, one less than the gap's end with no wrap), and
+// the caller decides what to keep.
+//
+// Within the caller's contract every X lies at or below MaxXInclusive, so
+// the walk has ended by the pass after the first boundary above it (one
+// pass later than that when a ring's seam splits a bucket and the two
+// pieces tie), and it makes at most two passes more than the grid has
+// cells. The guard leans on this and nothing else: once the boundary is
+// more than a step past MaxXInclusive, stops moving (a step of 0, NaN or
+// below the precision of X), or has passed the grid's cells by two, the pass
+// takes all remaining points; a grid without cells yields nothing. `full()`
+// ends the walk when its output has no room left.
+
+#include <cmath>
+#include <cstdint>
+
+#include "model/ElementTypes.h"
+#include "model/Int32Arithmetic.h"
+#include "model/ResamplingArgs.h"
+#include "resampling/buckets/Grid.h"
+#include "resampling/drivers/BoundarySearch.h"
+
+namespace qm {
+
+template <class TX, class Layout, class Bucket, class Gap, class Full>
+void WalkUnevenGrid(const TX* x, const ResamplingArgs& args, const Layout& layout, double step, Bucket&& bucket,
+                    Gap&& gap, Full&& full) {
+    const std::int32_t endExclusive = WrappingAdd(args.EndIndex, 1);
+    const std::int32_t cells = GridBucketCount(args, step);
+    if (!(args.StartIndex < endExclusive) || cells <= 0) return;
+    const std::int32_t ringEnd = layout.Slot(endExclusive);
+    const double lastBoundary = args.MaxXInclusive + step;
+    const std::int32_t maxPasses = WrappingAdd(cells, 2);
+    double boundary = FirstBoundaryAbove(args.MinXInclusive, step);
+    std::int32_t slot = layout.Slot(args.StartIndex);
+    bool afterEmpty = true;
+    for (std::int32_t pass = 1;; ++pass) {
+        const double next = boundary + step;
+        std::int32_t logicalEnd = endExclusive;
+        if (boundary <= lastBoundary && next > boundary && pass <= maxPasses) {
+            const std::int32_t found = layout.Range(slot, ringEnd).NearestOfPieces(
+                [&](std::int32_t a, std::int32_t b) { return SearchSortedRun(x, a, b - 1, boundary); },
+                [&](std::int32_t p) { return std::fabs(ToDouble(x[p]) - boundary); });
+            logicalEnd = layout.Logical(found);
+            if (found != ringEnd && ClosesBucket(x, found, boundary)) logicalEnd = WrappingAdd(logicalEnd, 1);
+        }
+        const std::int32_t nextSlot = layout.Slot(logicalEnd);
+        const bool empty = nextSlot == slot;
+        if (!empty)
+            bucket(slot, nextSlot, afterEmpty);
+        else if (!afterEmpty)
+            gap(WrappingSub(layout.Logical(slot), 1));
+        if (full() || !(logicalEnd < endExclusive)) return;
+        afterEmpty = empty;
+        boundary = next;
+        slot = nextSlot;
+    }
+}
+
+}  // namespace qm
