@@ -1,0 +1,140 @@
+// quillmap_nan_resampling_bench: whole NaN-aware runs (UpdateIndices walks,
+// Execute gathers, through the C exports) of a 10^8-point series with 1 % of
+// its points in NaN runs of random length, to a 1920-pixel viewport, for
+// Linear, Uneven and ring layouts, Double and Single Y, next to the summing
+// baseline over the same Y array.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "BenchFailures.h"
+#include "RatioReporter.h"
+#include "SeriesArrays.h"
+#include "SumBaseline.h"
+#include "quillmap/QuillmapCore.h"
+
+namespace bench {
+
+namespace {
+
+constexpr std::int32_t kViewportWidth = 1920;
+
+template <class YT>
+struct RunExports;
+
+#define BENCH_RUN_EXPORTS_(YW, YT)                                                                \
+    template <>                                                                                   \
+    struct RunExports<YT> {                                                                       \
+        using Engine = QmExtremeResamplerDouble##YW;                                              \
+        static Engine* Create() { return CSharp_new_ExtremeResamplerDouble##YW(); }               \
+        static constexpr auto UpdateIndices = &CSharp_ExtremeResamplerDouble##YW##_UpdateIndices; \
+        static constexpr auto Execute = &CSharp_ExtremeResamplerDouble##YW##_Execute;             \
+    };
+BENCH_RUN_EXPORTS_(Double, double)
+BENCH_RUN_EXPORTS_(Single, float)
+#undef BENCH_RUN_EXPORTS_
+
+// The random walk of the other benchmarks with NaN runs of 1 to 199 points
+// laid over it until 1 % of the points are NaN.
+template <class YT>
+const YT* WalkWithGaps() {
+    static const std::vector<YT> y = [] {
+        const std::int64_t n = SeriesPoints();
+        const double* walk = WalkDouble();
+        std::vector<YT> v(walk, walk + n);
+        std::mt19937_64 rng(17);
+        for (std::int64_t gaps = 0; gaps < n / 100;) {
+            const std::int64_t at = static_cast<std::int64_t>(rng() % static_cast<std::uint64_t>(n));
+            const std::int64_t length = 1 + static_cast<std::int64_t>(rng() % 199);
+            for (std::int64_t i = at; i < std::min(n, at + length); ++i, ++gaps) v[static_cast<std::size_t>(i)] = NAN;
+        }
+        return v;
+    }();
+    return y.data();
+}
+
+struct Layout {
+    const char* name;
+    std::int32_t data;  // Linear 0, UnevenlySpaced 2
+    bool ring;
+};
+constexpr Layout kLayouts[] = {{"Linear", 0, false}, {"Uneven", 2, false}, {"Ring", 0, true}};
+
+struct Mode {
+    const char* name;
+    std::int32_t value;
+};
+constexpr Mode kModes[] = {{"MinMax", 1}, {"Max", 3}};
+
+template <class YT>
+void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
+    using Api = RunExports<YT>;
+    static typename Api::Engine* engine = Api::Create();
+    static QmIntVector* indices = CSharp_new_IntVector__SWIG_0();
+    static std::vector<double> outX, outY;
+    const std::int32_t n = SeriesPoints();
+    const double* x = layout.ring ? RingX() : layout.data == 2 ? UnevenX() : EvenX();
+    const YT* y = WalkWithGaps<YT>();
+    QmResamplingArgs* args = CSharp_new_ResamplingArgs();
+    CSharp_ResamplingArgs_Data_set(args, layout.data);
+    CSharp_ResamplingArgs_EndIndex_set(args, n - 1);
+    CSharp_ResamplingArgs_ViewportWidth_set(args, kViewportWidth);
+    CSharp_ResamplingArgs_MinXInclusive_set(args, layout.data == 2 ? x[0] : 0.0);
+    CSharp_ResamplingArgs_MaxXInclusive_set(args, layout.data == 2 ? x[n - 1] : n - 1.0);
+    CSharp_ResamplingArgs_InputSize_set(args, n);
+    CSharp_ResamplingArgs_InputBaseIndex_set(args, layout.ring ? RingBaseIndex() : 0);
+    CSharp_ResamplingArgs_HasNaN_set(args, 1);
+    TakeFailure();
+    for (auto _ : state) {
+        CSharp_IntVector_Clear(indices);
+        const std::int32_t count = Api::UpdateIndices(engine, indices, x, y, mode, args);
+        if (outX.size() < static_cast<std::size_t>(count)) {
+            outX.resize(static_cast<std::size_t>(count));
+            outY.resize(static_cast<std::size_t>(count));
+        }
+        Api::Execute(engine, x, y, outX.data(), outY.data(), indices, mode, args);
+        benchmark::ClobberMemory();
+    }
+    if (auto failure = TakeFailure()) state.SkipWithError(failure->c_str());
+    state.counters["points_out"] = CSharp_IntVector_size(indices);
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(YT)));
+    CSharp_delete_ResamplingArgs(args);
+}
+
+template <class YT>
+void RegisterY(const std::string& word) {
+    const std::string sum = word + "/Sum";
+    benchmark::RegisterBenchmark(sum.c_str(), [](benchmark::State& state) {
+        const YT* y = WalkWithGaps<YT>();
+        const auto n = static_cast<std::size_t>(SeriesPoints());
+        for (auto _ : state) {
+            auto total = SumAll(y, n);
+            benchmark::DoNotOptimize(total);
+        }
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(n) *
+                                static_cast<std::int64_t>(sizeof(YT)));
+    })->Unit(benchmark::kMillisecond);
+    for (const Layout& layout : kLayouts)
+        for (const Mode& mode : kModes) {
+            const std::string name = word + "/NaN/" + layout.name + "/" + mode.name;
+            benchmark::RegisterBenchmark(name.c_str(), [&layout, &mode](benchmark::State& state) {
+                RunCase<YT>(state, layout, mode.value);
+            })->Unit(benchmark::kMillisecond);
+            SetBaseline(name, sum);
+        }
+}
+
+}  // namespace
+
+void RegisterCases() {
+    RegisterY<double>("Double");
+    RegisterY<float>("Single");
+}
+
+}  // namespace bench
