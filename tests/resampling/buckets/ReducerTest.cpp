@@ -154,7 +154,7 @@ Source<TY, true> RingXIndex(const TY* y) {
 TEST(RingReduction, WrappedBucketOrdersByLogicalIndex) {
     // Slots 6, 7, 0, 1 are logical 1..4; slots 2..5 lie outside the bucket.
     const double y[] = {-9, 3, -100, 0, 0, 100, 2, 9};
-    const RingRange bucket{6, 2, 8};
+    const RingRange bucket{6, 2, 8, 5};
     EXPECT_EQ(Reduce<Reduction::MinMax>(RingXData(y), bucket), (Pts{{107, 9, 2}, {100, -9, 3}}));
     EXPECT_EQ(Reduce<Reduction::MinMax>(RingXIndex(y), bucket), (Pts{{2, 9, 2}, {3, -9, 3}}));
     EXPECT_EQ(Reduce<Reduction::Min>(RingXData(y), bucket), (Pts{{100, -9, 3}}));
@@ -187,7 +187,7 @@ TEST(RingReduction, WrappedMidComparesTheWinnersOfBothParts) {
 
 TEST(RingReduction, UnbeatenSlotBecomesTheLogicalIndexOfMinusOne) {
     const std::uint8_t zeros[8] = {};
-    const RingRange bucket{6, 2, 8};
+    const RingRange bucket{6, 2, 8, 5};
     // logical(-1) = size - 1 - base = 2
     EXPECT_EQ(Reduce<Reduction::Max>(RingXData(zeros), bucket), (Pts{{kNaN, 0, 2}}));
     EXPECT_EQ(Reduce<Reduction::Max>(RingXIndex(zeros), bucket), (Pts{{2, 0, 2}}));

@@ -53,7 +53,9 @@ Output Expected(const RandomRun<TY>& run, ResamplingMode mode, std::int32_t size
 void ExpectSame(const std::vector<double>& actual, const std::vector<double>& expected) {
     ASSERT_EQ(actual.size(), expected.size());
     for (std::size_t i = 0; i < actual.size(); ++i)
-        if (!(std::isnan(actual[i]) && std::isnan(expected[i]))) EXPECT_EQ(actual[i], expected[i]) << "at " << i;
+        if (!(std::isnan(actual[i]) && std::isnan(expected[i]))) {
+            EXPECT_EQ(actual[i], expected[i]) << "at " << i;
+        }
 }
 
 TYPED_TEST(BucketWalk, MatchesPlainWalk) {

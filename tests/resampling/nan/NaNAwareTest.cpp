@@ -107,7 +107,7 @@ TYPED_TEST(NaNAwareWalk, MatchesPlainWalk) {
                 const std::vector<double> x = b == 0 ? run.x : ToRing(run.x, size, b);
                 const std::vector<TY> y = b == 0 ? run.y : ToRing(run.y, size, b);
                 const ResamplingArgs args = b == 0 ? run.args : InRing(run.args, size, b);
-                const auto method = NaNAware<double, TY>(run.args.Data, b != 0, mode, ops);
+                const auto method = NaNAware<double, TY>(static_cast<ResamplingData>(run.args.Data), b != 0, mode, ops);
                 IntVector indices;
                 indices.PushBack(-5);
                 const std::int32_t count = method->UpdateIndices(indices, x.data(), y.data(), args);
@@ -122,8 +122,11 @@ TYPED_TEST(NaNAwareWalk, MatchesPlainWalk) {
                     if (slot < 0) continue;
                     const double wantX = run.args.Data == Category ? expected[k] : x[slot];
                     EXPECT_EQ(outX[k], wantX);
-                    if (!std::isnan(y[slot])) EXPECT_EQ(outY[k], static_cast<double>(y[slot]));
-                    else EXPECT_TRUE(std::isnan(outY[k]));
+                    if (std::isnan(y[slot])) {
+                        EXPECT_TRUE(std::isnan(outY[k]));
+                    } else {
+                        EXPECT_EQ(outY[k], static_cast<double>(y[slot]));
+                    }
                 }
             }
         }
