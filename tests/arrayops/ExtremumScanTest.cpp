@@ -185,7 +185,7 @@ TYPED_TEST(ExtremumScan, EveryIsaMatchesThePlainWalk) {
             const Ext<T> want = Walk(d.data(), start, end, seed);
             SCOPED_TRACE(::testing::Message() << "count " << count << " start " << start << " trial " << trial);
             ForEachIsa([&] { ExpectAllSix(d.data(), start, end, seed, want); });
-            if (HasFailure()) return;
+            if (this->HasFailure()) return;
         }
     }
 }
