@@ -8,6 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "IsaCases.h"
 #include "RatioReporter.h"
 #include "ScanData.h"
 #include "ScanExports.h"
@@ -38,7 +39,7 @@ template <class T, class Call>
 void RegisterScan(const std::string& name, const std::string& baseline, const ArraySize& size, Call call) {
     using Api = ScanExports<T>;
     const std::int32_t n = size.elements;
-    benchmark::RegisterBenchmark(name.c_str(), [n, call](benchmark::State& state) {
+    RegisterOnIsas(name, baseline, size.unit, [n, call](benchmark::State& state) {
         const T* data = ScanArray<T>(static_cast<std::size_t>(n));
         typename Api::Operations* operations = Api::New();
         typename Api::Record* record = Api::NewRecord();
@@ -46,8 +47,7 @@ void RegisterScan(const std::string& name, const std::string& baseline, const Ar
         Api::DeleteRecord(record);
         Api::Delete(operations);
         SetBytes<T>(state, n);
-    })->Unit(size.unit);
-    SetBaseline(name, baseline);
+    });
 }
 
 template <class T>

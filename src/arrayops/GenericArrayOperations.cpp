@@ -1,55 +1,49 @@
 #include "arrayops/GenericArrayOperations.h"
 
-#include "arrayops/ScanKernels.h"
+#include "arrayops/ExactLookup.h"
+#include "arrayops/simd/IsaChoice.h"
 
 namespace qm {
+
+// The forms without an index run the indexed loops with a position of their
+// own, which they drop.
 
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min,
                                     std::int32_t& minIndex) const {
-    scan::MinScan<T> tracker{{min, minIndex}};
-    scan::Run(tracker, data, start, end);
-    min = tracker.side.value;
-    minIndex = tracker.side.index;
+    simd::ActiveScans<T>().min(data, start, end, min, minIndex);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min) const {
-    scan::MinScan<T> tracker{{min, -1}};
-    scan::Run(tracker, data, start, end);
-    min = tracker.side.value;
+    std::int32_t unused = -1;
+    simd::ActiveScans<T>().min(data, start, end, min, unused);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max,
                                     std::int32_t& maxIndex) const {
-    scan::MaxScan<T> tracker{{max, maxIndex}};
-    scan::Run(tracker, data, start, end);
-    max = tracker.side.value;
-    maxIndex = tracker.side.index;
+    simd::ActiveScans<T>().max(data, start, end, max, maxIndex);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max) const {
-    scan::MaxScan<T> tracker{{max, -1}};
-    scan::Run(tracker, data, start, end);
-    max = tracker.side.value;
+    std::int32_t unused = -1;
+    simd::ActiveScans<T>().max(data, start, end, max, unused);
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end,
                                        MinMaxPointSearchResult<T>& result) const {
-    scan::MinMaxScan<T> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
-    scan::Run(tracker, data, start, end);
-    result = {tracker.min.index, tracker.max.index, tracker.min.value, tracker.max.value};
+    simd::ActiveScans<T>().minMax(data, start, end, result);
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end, T& min, T& max) const {
-    scan::MinMaxScan<T> tracker{{min, -1}, {max, -1}};
-    scan::Run(tracker, data, start, end);
-    min = tracker.min.value;
-    max = tracker.max.value;
+    MinMaxPointSearchResult<T> result{-1, -1, min, max};
+    simd::ActiveScans<T>().minMax(data, start, end, result);
+    min = result.Min;
+    max = result.Max;
 }
 
 template <class T>

@@ -1,65 +1,60 @@
 #pragma once
-// The scan loops, written once for every element type.
+// The scan loops, written once for every element type and every ISA, over a
+// set of lane operations `Ops` (see simd/LaneBasics.h): Load, Splat, the
+// strict lane Lower and Higher, and Any over a compare mask.
 //
 // A scan walks [start, end) upward and compares each element with the
-// running value, strictly; every faster path below gives exactly that walk's
-// value, index and tie-break. Ranges of more than 16 elements go in blocks of
-// 16 and then one by one. Where the lanes have a native min and max, whole
-// 4 KiB stretches are reduced lane-wise first. The remaining blocks are
-// tested in groups: if no element would replace a running value, the group
-// is passed over. A stretch or a group is settled by a packed reduction and
-// a search for the first element equal to its extreme.
+// running value, strictly; the faster path below gives exactly that walk's
+// value, index and tie-break. The whole vectors of the range go in stretches
+// of at most 4 KiB, each reduced lane-wise without a branch and settled once:
+// the lanes are folded into the stretch's extreme, and if that beats the
+// running value, the first element equal to it is searched. The last partial
+// vector is walked one by one, so no load reaches past `end`.
+//
+// Everything here depends on `Ops`, whose ISA tag makes each translation
+// unit's instantiations its own.
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
-#include "arrayops/Chunks.h"
 #include "arrayops/MinMaxPointSearchResult.h"
-#include "model/Int32Arithmetic.h"
 
 namespace qm::scan {
 
-inline constexpr std::int32_t kBlock = 16;
-
-// True when `lanes(chunk)` sets a mask lane for any chunk of the block.
-template <class T, class Lanes>
-[[gnu::always_inline]] inline bool AnyInBlock(const T* block, Lanes lanes) {
-    auto mask = lanes(LoadChunk(block));
-    for (std::int32_t k = kChunkLanes<T>; k < kBlock; k += kChunkLanes<T>) mask |= lanes(LoadChunk(block + k));
-    return AnyLane(mask);
-}
-
 // Which element replaces the running value: strictly below (or above) it, so
-// equal values, -0.0 against +0.0 and NaN on either side keep the running one.
-// Works on scalars and on chunks alike.
+// equal values, -0.0 against +0.0 and NaN on either side keep the running
+// one. Beats works on scalars and on vectors alike.
+template <class Ops>
 struct Below {
     template <class A, class B>
-    static auto Beats(A element, B running) {
+    [[gnu::always_inline]] static auto Beats(A element, B running) {
         return running > element;
     }
-    template <class T>
-    static Chunk<T> Keep(Chunk<T> best, Chunk<T> e) {
-        return KeepLower<T>(best, e);
-    }
+    [[gnu::always_inline]] static auto Keep(typename Ops::V best, typename Ops::V e) { return Ops::Lower(best, e); }
 };
+template <class Ops>
 struct Above {
     template <class A, class B>
-    static auto Beats(A element, B running) {
+    [[gnu::always_inline]] static auto Beats(A element, B running) {
         return element > running;
     }
-    template <class T>
-    static Chunk<T> Keep(Chunk<T> best, Chunk<T> e) {
-        return KeepHigher<T>(best, e);
-    }
+    [[gnu::always_inline]] static auto Keep(typename Ops::V best, typename Ops::V e) { return Ops::Higher(best, e); }
 };
 
+// Independent chains of lane bests, so that consecutive folds do not wait on
+// each other (a packed min takes three or four cycles, and two issue per cycle).
+inline constexpr std::int32_t kChains = 4;
+
 // One running extreme with the position it came from.
-template <class T, class Rule>
+template <class Ops, class Rule>
 struct Extreme {
+    using T = typename Ops::Element;
+    using V = typename Ops::V;
+    static constexpr std::int32_t kLanes = Ops::kLanes;
+
     T value;
     std::int32_t index;
-
-    [[gnu::always_inline]] auto LanesBeating(Chunk<T> running, Chunk<T> e) const { return Rule::Beats(e, running); }
 
     void Visit(T e, std::int32_t i) {
         if (Rule::Beats(e, value)) {
@@ -68,145 +63,156 @@ struct Extreme {
         }
     }
 
-    // Keeps, lane by lane, the element that beats the lane's best so far.
-    [[gnu::always_inline]] static void Fold(Chunk<T>& best, Chunk<T> e) { best = Rule::template Keep<T>(best, e); }
+    // Lane i of the result is lane (i + kShift) mod kLanes of v.
+    template <std::int32_t kShift, std::size_t... I>
+    [[gnu::always_inline]] static V Rotate(V v, std::index_sequence<I...>) {
+        return __builtin_shufflevector(v, v, static_cast<int>((I + kShift) % kLanes)...);
+    }
+
+    // Folds each half of the lanes onto the other until every lane holds the
+    // best of all; which of equal lanes survives does not matter, since the
+    // winner is searched in memory.
+    template <std::int32_t kHalf = kLanes / 2>
+    [[gnu::always_inline]] static V FoldLanes(V v) {
+        if constexpr (kHalf == 0) {
+            return v;
+        } else {
+            return FoldLanes<kHalf / 2>(Rule::Keep(v, Rotate<kHalf>(v, std::make_index_sequence<kLanes>{})));
+        }
+    }
+
+    [[gnu::always_inline]] void StartChains(V (&best)[kChains]) const {
+        for (V& b : best) b = Ops::Splat(value);
+    }
+
+    [[gnu::always_inline]] static V MergeChains(V (&best)[kChains]) {
+        return FoldLanes(Rule::Keep(Rule::Keep(best[0], best[1]), Rule::Keep(best[2], best[3])));
+    }
 
     // The element walk over p[0, n) ends on the first element equal to the
     // stretch's extreme, if that beats the running value: found here from the
     // lane-wise bests of the stretch and one search, instead of a branch per
     // element. The value is read back from memory, so a -0.0/+0.0 tie keeps
     // the sign of the first of them, as the walk would. NaN never enters a
-    // lane, since it beats nothing.
-    void Settle(const T* p, std::int32_t base, Chunk<T> best) {
-        // Lanes through memory: a generic shuffle of narrow lanes compiles badly.
-        T lanes[kChunkLanes<T>];
-        std::memcpy(lanes, &best, sizeof lanes);
-        T winner = lanes[0];
-        for (std::int32_t lane = 1; lane < kChunkLanes<T>; ++lane) {
-            if (Rule::Beats(lanes[lane], winner)) winner = lanes[lane];
-        }
+    // lane, since it beats nothing. The search stops at the winner, which
+    // lies inside the stretch, so it loads nothing past it.
+    void Settle(const T* p, std::int32_t base, V folded) {
+        const T winner = folded[0];
         if (!Rule::Beats(winner, value)) return;
-        const Chunk<T> wanted = Broadcast(winner);
         std::int32_t k = 0;
-        while (!AnyLane(LoadChunk(p + k) == wanted)) k += kChunkLanes<T>;
+        while (!Ops::Any(Ops::Load(p + k) == folded)) k += kLanes;
         while (!(p[k] == winner)) ++k;
         value = p[k];
         index = base + k;
     }
 
-    // Four chains of lane bests, so that consecutive folds do not wait on
-    // each other (a packed double min takes four cycles); n is a whole
-    // number of chunks.
-    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
-        constexpr std::int32_t kLanes = kChunkLanes<T>;
-        Chunk<T> best[4] = {Broadcast(value), Broadcast(value), Broadcast(value), Broadcast(value)};
+    // n is a whole number of vectors.
+    void TakeStretch(const T* p, std::int32_t base, std::int32_t n) {
+        V best[kChains];
+        StartChains(best);
         std::int32_t k = 0;
-        for (; n - k >= 4 * kLanes; k += 4 * kLanes) {
-            for (std::int32_t c = 0; c < 4; ++c) Fold(best[c], LoadChunk(p + k + c * kLanes));
+        for (; n - k >= kChains * kLanes; k += kChains * kLanes) {
+            for (std::int32_t c = 0; c < kChains; ++c) best[c] = Rule::Keep(best[c], Ops::Load(p + k + c * kLanes));
         }
-        for (; k < n; k += kLanes) Fold(best[0], LoadChunk(p + k));
-        Fold(best[0], best[1]);
-        Fold(best[2], best[3]);
-        Fold(best[0], best[2]);
-        Settle(p, base, best[0]);
+        for (; k < n; k += kLanes) best[0] = Rule::Keep(best[0], Ops::Load(p + k));
+        Settle(p, base, MergeChains(best));
     }
 };
 
 // A scan for one extreme.
-template <class T, class Rule>
+template <class Ops, class Rule>
 struct OneSide {
-    Extreme<T, Rule> side;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> running = Broadcast(side.value);
-        return AnyInBlock(block, [&](Chunk<T> e) { return side.LanesBeating(running, e); });
-    }
-    void Visit(T e, std::int32_t i) { side.Visit(e, i); }
-    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) { side.TakeGroup(p, base, n); }
+    Extreme<Ops, Rule> side;
+    void Visit(typename Ops::Element e, std::int32_t i) { side.Visit(e, i); }
+    void TakeStretch(const typename Ops::Element* p, std::int32_t base, std::int32_t n) { side.TakeStretch(p, base, n); }
 };
 
-template <class T>
-using MinScan = OneSide<T, Below>;
-template <class T>
-using MaxScan = OneSide<T, Above>;
+template <class Ops>
+using MinScan = OneSide<Ops, Below<Ops>>;
+template <class Ops>
+using MaxScan = OneSide<Ops, Above<Ops>>;
 
-// Both extremes at once; the two sides never influence each other, so the
-// element order of their tests (Max first) cannot change a result.
-template <class T>
+// Both extremes at once, from one read of each vector; the two sides never
+// influence each other, so the element order of their tests (Max first)
+// cannot change a result.
+template <class Ops>
 struct MinMaxScan {
-    Extreme<T, Below> min;
-    Extreme<T, Above> max;
-    bool BlockImproves(const T* block) const {
-        const Chunk<T> lo = Broadcast(min.value);
-        const Chunk<T> hi = Broadcast(max.value);
-        return AnyInBlock(block, [&](Chunk<T> e) { return max.LanesBeating(hi, e) | min.LanesBeating(lo, e); });
-    }
+    using T = typename Ops::Element;
+    using V = typename Ops::V;
+    static constexpr std::int32_t kLanes = Ops::kLanes;
+
+    Extreme<Ops, Below<Ops>> min;
+    Extreme<Ops, Above<Ops>> max;
+
     void Visit(T e, std::int32_t i) {
         max.Visit(e, i);
         min.Visit(e, i);
     }
-    // One side after the other: the second reads the stretch from L1.
-    void TakeGroup(const T* p, std::int32_t base, std::int32_t n) {
-        max.TakeGroup(p, base, n);
-        min.TakeGroup(p, base, n);
+
+    void TakeStretch(const T* p, std::int32_t base, std::int32_t n) {
+        V lo[kChains], hi[kChains];
+        min.StartChains(lo);
+        max.StartChains(hi);
+        std::int32_t k = 0;
+        for (; n - k >= kChains * kLanes; k += kChains * kLanes) {
+            for (std::int32_t c = 0; c < kChains; ++c) {
+                const V e = Ops::Load(p + k + c * kLanes);
+                lo[c] = Below<Ops>::Keep(lo[c], e);
+                hi[c] = Above<Ops>::Keep(hi[c], e);
+            }
+        }
+        for (; k < n; k += kLanes) {
+            const V e = Ops::Load(p + k);
+            lo[0] = Below<Ops>::Keep(lo[0], e);
+            hi[0] = Above<Ops>::Keep(hi[0], e);
+        }
+        max.Settle(p, base, max.MergeChains(hi));
+        min.Settle(p, base, min.MergeChains(lo));
     }
 };
 
-// Blocks are tested in groups covering 128 bytes (16 doubles, 64 shorts),
-// so narrow types get as few tests per byte as wide ones.
-template <class T>
-inline constexpr std::int32_t kBlocksPerTest = static_cast<std::int32_t>(sizeof(double) / sizeof(T));
-
-// Where the lanes have a native min and max, long ranges go first in
-// stretches of 4 KiB, each reduced lane-wise without a branch and settled
-// once: data with frequent new extremes (a random walk) would make the group
-// tests mispredict again and again.
+// Stretches of 4 KiB stay in L1 for the search that settles them.
 template <class T>
 inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(4096 / sizeof(T));
 
-template <class Tracker, class T>
+// Positions never pass `end`, so no index wraps even for ranges that end at
+// the largest int32.
+template <class Ops, class Tracker, class T>
 void Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     std::int32_t i = start;
-    const std::int32_t count = WrappingSub(end, start);
-    if (count > kBlock) {
-        const std::int32_t blockEnd = i + (count - count % kBlock);
-        constexpr std::int32_t kGroup = kBlock * kBlocksPerTest<T>;
-        if constexpr (kNativeLaneMinMax<T>) {
-            for (; blockEnd - i >= kStretch<T>; i += kStretch<T>) tracker.TakeGroup(data + i, i, kStretch<T>);
-        }
-        for (; blockEnd - i >= kGroup; i += kGroup) {
-            bool improves = false;
-            for (std::int32_t b = 0; b < kGroup; b += kBlock) improves |= tracker.BlockImproves(data + i + b);
-            if (improves) tracker.TakeGroup(data + i, i, kGroup);
-        }
-        for (; i < blockEnd; i += kBlock) {
-            if (tracker.BlockImproves(data + i)) tracker.TakeGroup(data + i, i, kBlock);
-        }
+    if (static_cast<std::int64_t>(end) - start >= Ops::kLanes) {
+        const auto whole = static_cast<std::int32_t>(end - (static_cast<std::int64_t>(end) - start) % Ops::kLanes);
+        for (; whole - i > kStretch<T>; i += kStretch<T>) tracker.TakeStretch(data + i, i, kStretch<T>);
+        tracker.TakeStretch(data + i, i, whole - i);
+        i = whole;
     }
     for (; i < end; ++i) tracker.Visit(data[i], i);
 }
 
-template <class T>
-std::int32_t FindExactUnsorted(const T* data, std::int32_t start, std::int32_t end, T value) {
-    for (std::int32_t i = start; i < end; ++i) {
-        if (data[i] == value) return i;
-    }
-    return -1;
-}
+// The seeded scans as plain functions, the entries of an ISA's scan table.
+template <class Ops>
+struct ScanEntries {
+    using T = typename Ops::Element;
 
-// A lower bound whose final test reads data[lo] even when lo == end: the
-// caller keeps that position readable.
-template <class T>
-std::int32_t FindExactSorted(const T* data, std::int32_t start, std::int32_t end, T value) {
-    std::int32_t lo = start;
-    std::int32_t hi = end;
-    while (lo < hi) {
-        const std::int32_t mid = WrappingMidpoint(lo, hi);
-        if (value > data[mid])
-            lo = mid + 1;
-        else
-            hi = mid;
+    static void Min(const T* data, std::int32_t start, std::int32_t end, T& min, std::int32_t& minIndex) {
+        MinScan<Ops> tracker{{min, minIndex}};
+        Run<Ops>(tracker, data, start, end);
+        min = tracker.side.value;
+        minIndex = tracker.side.index;
     }
-    return data[lo] == value ? lo : -1;
-}
+
+    static void Max(const T* data, std::int32_t start, std::int32_t end, T& max, std::int32_t& maxIndex) {
+        MaxScan<Ops> tracker{{max, maxIndex}};
+        Run<Ops>(tracker, data, start, end);
+        max = tracker.side.value;
+        maxIndex = tracker.side.index;
+    }
+
+    static void MinMax(const T* data, std::int32_t start, std::int32_t end, MinMaxPointSearchResult<T>& result) {
+        MinMaxScan<Ops> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
+        Run<Ops>(tracker, data, start, end);
+        result = {tracker.min.index, tracker.max.index, tracker.min.value, tracker.max.value};
+    }
+};
 
 }  // namespace qm::scan

@@ -122,5 +122,17 @@ TEST(ExactLookupValues, SixtyFourBitWordsCompareWhole) {
     EXPECT_EQ(u.FindIndexExactInSortedData(unsignedRun, 0, 3, 0), 0);
 }
 
+// The midpoint of a search that ends at the largest int32 must not wrap.
+TEST(ExactLookupValues, SortedSearchNearTheLargestInt32) {
+    const GenericArrayOperations<std::int32_t> ops{};
+    constexpr std::int32_t kEnd = std::numeric_limits<std::int32_t>::max();
+    std::vector<std::int32_t> storage(101);  // the last one is data[kEnd]
+    for (std::size_t k = 0; k < storage.size(); ++k) storage[k] = static_cast<std::int32_t>(k);
+    const std::int32_t shift = kEnd - 100;
+    const std::int32_t* data = storage.data() - shift;
+    EXPECT_EQ(ops.FindIndexExactInSortedData(data, shift, kEnd, 37), shift + 37);
+    EXPECT_EQ(ops.FindIndexExactInSortedData(data, shift, kEnd, 100), kEnd);
+}
+
 }  // namespace
 }  // namespace qm

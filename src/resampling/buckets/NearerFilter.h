@@ -10,9 +10,12 @@
 #include <limits>
 #include <type_traits>
 
-#include "arrayops/Chunks.h"
+#include "arrayops/simd/GenericOps.h"
 
 namespace qm {
+
+template <class T>
+using Lanes = simd::generic::Ops<T>;
 
 inline constexpr std::int32_t kNearerBlock = 16;
 
@@ -22,16 +25,16 @@ inline constexpr std::int32_t kNearerBlock = 16;
 template <class TY>
 class DistanceFilter {
 public:
-    explicit DistanceFilter(double mid) : mid_(scan::Broadcast(mid)) {}
+    explicit DistanceFilter(double mid) : mid_(Lanes<double>::Splat(mid)) {}
 
     void Narrow(double best) {
-        below_ = scan::Broadcast(best);
-        above_ = scan::Broadcast(-best);
+        below_ = Lanes<double>::Splat(best);
+        above_ = Lanes<double>::Splat(-best);
     }
 
     bool AnyIn(const TY* block) const {
         using Pair = typename PairOf::type;
-        using Doubles = scan::Chunk<double>;
+        using Doubles = Lanes<double>::V;
         decltype(Doubles{} < Doubles{}) nearer{};
         for (std::int32_t k = 0; k < kNearerBlock; k += 2) {
             Pair pair;
@@ -39,7 +42,7 @@ public:
             const Doubles diff = __builtin_convertvector(pair, Doubles) - mid_;
             nearer |= (diff < below_) & (diff > above_);
         }
-        return scan::AnyLane(nearer);
+        return Lanes<double>::Any(nearer);
     }
 
 private:
@@ -47,9 +50,9 @@ private:
         typedef TY type __attribute__((vector_size(2 * sizeof(TY))));
     };
 
-    scan::Chunk<double> mid_;
-    scan::Chunk<double> below_{};
-    scan::Chunk<double> above_{};
+    Lanes<double>::V mid_;
+    Lanes<double>::V below_{};
+    Lanes<double>::V above_{};
 };
 
 // Integers of up to 32 bits, whose values double holds exactly: a value the
@@ -63,17 +66,17 @@ public:
     explicit RangeFilter(double mid) : mid_(mid) {}
 
     void Narrow(double best) {
-        low_ = scan::Broadcast(Bound(std::floor(mid_ - best) - 1.0, Limits::lowest()));
-        high_ = scan::Broadcast(Bound(std::ceil(mid_ + best) + 1.0, Limits::max()));
+        low_ = Lanes<TY>::Splat(Bound(std::floor(mid_ - best) - 1.0, Limits::lowest()));
+        high_ = Lanes<TY>::Splat(Bound(std::ceil(mid_ + best) + 1.0, Limits::max()));
     }
 
     bool AnyIn(const TY* block) const {
-        auto inside = (scan::LoadChunk(block) >= low_) & (scan::LoadChunk(block) <= high_);
-        for (std::int32_t k = scan::kChunkLanes<TY>; k < kNearerBlock; k += scan::kChunkLanes<TY>) {
-            const scan::Chunk<TY> e = scan::LoadChunk(block + k);
+        auto inside = (Lanes<TY>::Load(block) >= low_) & (Lanes<TY>::Load(block) <= high_);
+        for (std::int32_t k = Lanes<TY>::kLanes; k < kNearerBlock; k += Lanes<TY>::kLanes) {
+            const typename Lanes<TY>::V e = Lanes<TY>::Load(block + k);
             inside |= (e >= low_) & (e <= high_);
         }
-        return scan::AnyLane(inside);
+        return Lanes<TY>::Any(inside);
     }
 
 private:
@@ -85,8 +88,8 @@ private:
     }
 
     double mid_;
-    scan::Chunk<TY> low_{};
-    scan::Chunk<TY> high_{};
+    typename Lanes<TY>::V low_{};
+    typename Lanes<TY>::V high_{};
 };
 
 template <class TY>

@@ -5,22 +5,34 @@
 #include <cstdint>
 
 #include "model/ElementTypes.h"
-#include "model/Int32Arithmetic.h"
 
 namespace qm {
 
 // The first position of the sorted run [first, last] whose X is not below
 // `boundary`. A run that starts above the boundary (a gap) answers `first`
 // and one that ends below it (the last bucket) answers `last`, each after a
-// single comparison.
+// single comparison. Otherwise the search gallops from `first` (the bucket
+// start) in doubling steps and then halves the last step: a bucket's end
+// lies near its start, so the reads stay close together instead of
+// spanning the whole remaining X. Every step moves forward, so it ends on
+// unsorted or NaN X too.
 template <class TX>
 std::int32_t SearchSortedRun(const TX* x, std::int32_t first, std::int32_t last, double boundary) {
     if (ToDouble(x[first]) > boundary) return first;
     if (boundary > ToDouble(x[last])) return last;
     std::int32_t low = first;
     std::int32_t high = last;
+    for (std::int32_t step = 1; step < last - first; step *= 2) {
+        const std::int32_t probe = first + step;
+        if (!(boundary > ToDouble(x[probe]))) {
+            high = probe;
+            break;
+        }
+        low = probe + 1;
+        if (step > (last - first) / 2) break;
+    }
     while (low < high) {
-        const std::int32_t middle = WrappingMidpoint(low, high);
+        const std::int32_t middle = low + (high - low) / 2;
         if (boundary > ToDouble(x[middle]))
             low = middle + 1;
         else

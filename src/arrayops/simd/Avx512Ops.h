@@ -1,0 +1,66 @@
+#pragma once
+// Lane operations on 64-byte AVX-512 registers (F and BW): a strict min and
+// max for every element type, 64-bit integers of either signedness included.
+// The floating forms take the element first, so an unordered or equal pair
+// keeps the running lane. The masked forms, with every lane selected and the
+// running lanes as the source, are the plain min and max; the unmasked ones
+// start from an "undefined" register that GCC 12 then warns about.
+
+#include <immintrin.h>
+
+#include <cstdint>
+#include <type_traits>
+
+#include "arrayops/simd/LaneBasics.h"
+
+namespace qm::simd::avx512 {
+
+struct Tag {};
+
+template <class T>
+struct Ops : LaneBasics<Tag, T, 64> {
+    using Base = LaneBasics<Tag, T, 64>;
+    using V = typename Base::V;
+
+    template <class Mask>
+    [[gnu::always_inline]] static constexpr Mask All() {
+        return static_cast<Mask>(~Mask{});
+    }
+
+    [[gnu::always_inline]] static V Lower(V best, V e) {
+        const __m512i a = (__m512i)e, b = (__m512i)best;
+        if constexpr (std::is_same_v<T, double>) return _mm512_mask_min_pd(best, All<__mmask8>(), e, best);
+        else if constexpr (std::is_same_v<T, float>) return _mm512_mask_min_ps(best, All<__mmask16>(), e, best);
+        else if constexpr (std::is_same_v<T, std::int64_t>) return (V)_mm512_mask_min_epi64(b, All<__mmask8>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint64_t>) return (V)_mm512_mask_min_epu64(b, All<__mmask8>(), a, b);
+        else if constexpr (std::is_same_v<T, std::int32_t>) return (V)_mm512_mask_min_epi32(b, All<__mmask16>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint32_t>) return (V)_mm512_mask_min_epu32(b, All<__mmask16>(), a, b);
+        else if constexpr (std::is_same_v<T, std::int16_t>) return (V)_mm512_mask_min_epi16(b, All<__mmask32>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint16_t>) return (V)_mm512_mask_min_epu16(b, All<__mmask32>(), a, b);
+        else if constexpr (std::is_same_v<T, std::int8_t>) return (V)_mm512_mask_min_epi8(b, All<__mmask64>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint8_t>) return (V)_mm512_mask_min_epu8(b, All<__mmask64>(), a, b);
+        else return Base::BlendLower(best, e);
+    }
+
+    [[gnu::always_inline]] static V Higher(V best, V e) {
+        const __m512i a = (__m512i)e, b = (__m512i)best;
+        if constexpr (std::is_same_v<T, double>) return _mm512_mask_max_pd(best, All<__mmask8>(), e, best);
+        else if constexpr (std::is_same_v<T, float>) return _mm512_mask_max_ps(best, All<__mmask16>(), e, best);
+        else if constexpr (std::is_same_v<T, std::int64_t>) return (V)_mm512_mask_max_epi64(b, All<__mmask8>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint64_t>) return (V)_mm512_mask_max_epu64(b, All<__mmask8>(), a, b);
+        else if constexpr (std::is_same_v<T, std::int32_t>) return (V)_mm512_mask_max_epi32(b, All<__mmask16>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint32_t>) return (V)_mm512_mask_max_epu32(b, All<__mmask16>(), a, b);
+        else if constexpr (std::is_same_v<T, std::int16_t>) return (V)_mm512_mask_max_epi16(b, All<__mmask32>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint16_t>) return (V)_mm512_mask_max_epu16(b, All<__mmask32>(), a, b);
+        else if constexpr (std::is_same_v<T, std::int8_t>) return (V)_mm512_mask_max_epi8(b, All<__mmask64>(), a, b);
+        else if constexpr (std::is_same_v<T, std::uint8_t>) return (V)_mm512_mask_max_epu8(b, All<__mmask64>(), a, b);
+        else return Base::BlendHigher(best, e);
+    }
+
+    template <class Mask>
+    [[gnu::always_inline]] static bool Any(Mask mask) {
+        return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0;
+    }
+};
+
+}  // namespace qm::simd::avx512

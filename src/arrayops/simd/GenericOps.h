@@ -1,0 +1,31 @@
+#pragma once
+// Lane operations in the compiler's generic vectors only: what serves on
+// targets without an ISA of their own, with the same results.
+
+#include <cstdint>
+#include <cstring>
+
+#include "arrayops/simd/LaneBasics.h"
+
+namespace qm::simd::generic {
+
+struct Tag {};
+
+template <class T>
+struct Ops : LaneBasics<Tag, T, 16> {
+    using Base = LaneBasics<Tag, T, 16>;
+    using V = typename Base::V;
+
+    [[gnu::always_inline]] static V Lower(V best, V e) { return Base::BlendLower(best, e); }
+    [[gnu::always_inline]] static V Higher(V best, V e) { return Base::BlendHigher(best, e); }
+
+    template <class Mask>
+    [[gnu::always_inline]] static bool Any(Mask mask) {
+        static_assert(sizeof(Mask) == 16);
+        std::uint64_t words[2];
+        std::memcpy(words, &mask, sizeof words);
+        return (words[0] | words[1]) != 0;
+    }
+};
+
+}  // namespace qm::simd::generic
