@@ -60,8 +60,10 @@ std::int32_t Affordable(std::int32_t n) {
 
 template <class T>
 T Element(Input& in) {
-    if constexpr (std::is_same_v<T, QmDateTime> || std::is_same_v<T, QmTimeSpan>)
-        return T{in.Take<decltype(T{}.value)>()};
+    if constexpr (std::is_same_v<T, QmDateTime>)
+        return T{in.Take<std::uint64_t>()};
+    else if constexpr (std::is_same_v<T, QmTimeSpan>)
+        return T{in.Take<std::int64_t>()};
     else
         return in.Take<T>();
 }
@@ -281,7 +283,7 @@ void VectorCall(Input& in, State& state) {
         const std::int64_t room = std::int64_t{std::max(index, 0)} + std::max(count, 0);
         std::vector<std::int32_t> out(static_cast<std::size_t>(std::min<std::int64_t>(room, 1 << 20)));
         CSharp_ExtremeResamplingHelpersWrapper_MergeIndices(self, index, count,
-                                                            out.size() < room || out.empty() ? nullptr : out.data());
+                                                            static_cast<std::int64_t>(out.size()) < room || out.empty() ? nullptr : out.data());
         break;
     }
     default:

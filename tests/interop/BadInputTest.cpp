@@ -25,12 +25,18 @@ struct Expected {
 };
 constexpr Expected kQuiet{-1, nullptr};
 void ExpectReport(const Expected& e) {
-    if (e.code < 0)
+    if (e.code < 0) {
         EXPECT_TRUE(Reports().empty()) << Reports().size() << " report(s), the first: "
                                        << Reports().front().message.value_or("(null)");
-    else
+    } else {
         ExpectOneReport(Report::Kind::Exception, e.code, e.message, std::nullopt);
+    }
     StartRecording();
+}
+
+template <class Row>
+std::string NameOf(const ::testing::TestParamInfo<Row>& row) {
+    return row.param.name;
 }
 
 // ---------------------------------------------------------------- runs
@@ -80,14 +86,15 @@ TEST_P(BadRunTest, ReportsAndLeavesEverythingUntouched) {
     auto* self = row.nulls & kSelf ? nullptr : engine;
     const double* xp = row.nulls & kX ? nullptr : x.data();
     const double* yp = row.nulls & kY ? nullptr : y.data();
-    if (row.execute)
+    if (row.execute) {
         CSharp_ExtremeResamplerDoubleDouble_Execute(self, xp, yp, row.nulls & kOutX ? nullptr : outX.data(),
                                                     row.nulls & kOutY ? nullptr : outY.data(), indices.get(),
                                                     row.mode, args.get());
-    else if (const std::int32_t count =
-                 CSharp_ExtremeResamplerDoubleDouble_UpdateIndices(self, indices.get(), xp, yp, row.mode, args.get());
-             row.expected.code >= 0)
-        EXPECT_EQ(count, 0);
+    } else {
+        const std::int32_t count =
+            CSharp_ExtremeResamplerDoubleDouble_UpdateIndices(self, indices.get(), xp, yp, row.mode, args.get());
+        EXPECT_TRUE(row.expected.code < 0 || count == 0) << count;
+    }
     ExpectReport(row.expected);
     EXPECT_EQ(Contents(indices.get()), (Ints{5, 6}));
     EXPECT_EQ(CSharp_IntVector_capacity(indices.get()), 42);
@@ -129,8 +136,7 @@ const RunRow kBadRuns[] = {
     {"EmptyRangeReadsNothing", true, 1, kEmpty, kAllArrays, kQuiet},
     {"EmptyRingRangeReadsNothing", true, 0, Ring(16, 3, 9, 8), kAllArrays, kQuiet},
 };
-INSTANTIATE_TEST_SUITE_P(Rows, BadRunTest, ::testing::ValuesIn(kBadRuns),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, BadRunTest, ::testing::ValuesIn(kBadRuns), NameOf<RunRow>);
 
 class ValidRunTest : public InterfaceTest {};
 
@@ -232,8 +238,7 @@ const ScanRow kBadScans[] = {
      [](S s, D d, V, I) { return CSharp_ArrayOperationsInt16_FindIndexExactInUnsortedData(s, d, 4, -9, 4); }, false,
      true, kQuiet},
 };
-INSTANTIATE_TEST_SUITE_P(Rows, BadScanTest, ::testing::ValuesIn(kBadScans),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, BadScanTest, ::testing::ValuesIn(kBadScans), NameOf<ScanRow>);
 
 // -------------------------------------- gathers, merges, records, args
 
@@ -309,8 +314,7 @@ const GatherRow kBadGathers[] = {
      },
      kQuiet},
 };
-INSTANTIATE_TEST_SUITE_P(Rows, BadGatherTest, ::testing::ValuesIn(kBadGathers),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, BadGatherTest, ::testing::ValuesIn(kBadGathers), NameOf<GatherRow>);
 
 // ----------------------------------------------------------- vectors
 
@@ -336,6 +340,12 @@ TEST_P(BadVectorCallTest, ReportsAndKeepsTheVector) {
     EXPECT_EQ(CSharp_IntVector_capacity(v.get()), 6);
 }
 
+// A result that fails the row's null check when an answer was wrong.
+QmIntVector* Dummy() {
+    static QmIntVector* const wrong = CSharp_new_IntVector__SWIG_0();
+    return wrong;
+}
+
 constexpr auto kApp = Report::Kind::Exception;
 constexpr auto kRange = Report::Kind::Argument;
 const VectorRow kBadVectorCalls[] = {
@@ -354,19 +364,18 @@ const VectorRow kBadVectorCalls[] = {
      kRange, -1, "invalid range"},
     {"ReverseWhoseEndWraps", [](QmIntVector* v) { return CSharp_IntVector_Reverse__SWIG_1(v, 1, INT_MAX), nullptr; },
      kRange, -1, "invalid range"},
-    {"SizeOfNull", [](QmIntVector*) { return EXPECT_EQ(CSharp_IntVector_size(nullptr), 0), nullptr; }, kApp, 7,
-     "self is null"},
+    {"SizeOfNull", [](QmIntVector*) -> QmIntVector* { return CSharp_IntVector_size(nullptr) == 0 ? nullptr : Dummy(); },
+     kApp, 7, "self is null"},
     {"GetRangeOfNull", [](QmIntVector*) { return CSharp_IntVector_GetRange(nullptr, 0, 0); }, kApp, 7, "self is null"},
     {"AddRangeToNull", [](QmIntVector* v) { return CSharp_IntVector_AddRange(nullptr, v), nullptr; }, kApp, 7,
      "self is null"},
-    {"IndexOfInNull", [](QmIntVector*) { return EXPECT_EQ(CSharp_IntVector_IndexOf(nullptr, 1), -1), nullptr; }, kApp,
-     7, "self is null"},
+    {"IndexOfInNull", [](QmIntVector*) { return CSharp_IntVector_IndexOf(nullptr, 1) == -1 ? nullptr : Dummy(); },
+     kApp, 7, "self is null"},
     // The null test of the vector argument still comes first.
     {"SetRangeOfNullFromNull", [](QmIntVector*) { return CSharp_IntVector_SetRange(nullptr, 0, nullptr), nullptr; },
      Report::Kind::ArgumentNull, -1, "std::vector< int > const & type is null"},
 };
-INSTANTIATE_TEST_SUITE_P(Rows, BadVectorCallTest, ::testing::ValuesIn(kBadVectorCalls),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, BadVectorCallTest, ::testing::ValuesIn(kBadVectorCalls), NameOf<VectorRow>);
 
 // Before the managed side registers its callbacks there is nobody to tell;
 // a failing call must still come back with its empty result.
