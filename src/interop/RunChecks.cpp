@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "interop/ArgumentChecks.h"
+#include "model/Int32Arithmetic.h"
 #include "resampling/buckets/Grid.h"
 
 namespace qm::interop {
@@ -18,8 +19,16 @@ bool IsBadRing(std::int32_t size, std::int32_t baseIndex, const char* sizeName, 
                    sizeName, size);
 }
 
-bool IsBadVisibleRange(const ResamplingArgs& args, bool ring) {
-    if (args.StartIndex > args.EndIndex) return false;
+// The logical indices a run turns into positions. Only a non-empty range is
+// walked, except that a pass-through counts EndIndex - StartIndex + 1 with
+// a wrapping sum, which in a ring would walk slots from a wrapped sum.
+bool IsBadVisibleRange(const ResamplingArgs& args, bool ring, bool passThrough) {
+    if (args.StartIndex > args.EndIndex) {
+        const std::int32_t count = WrappingAdd(WrappingSub(args.EndIndex, args.StartIndex), 1);
+        return ring && passThrough &&
+               Refuses(count > 0, "EndIndex %d below StartIndex %d wraps to a count of %d", args.EndIndex,
+                       args.StartIndex, count);
+    }
     if (Refuses(args.StartIndex < 0, "StartIndex %d is below 0", args.StartIndex)) return true;
     const std::int64_t lastSum = std::int64_t{args.EndIndex} + 1 + args.InputBaseIndex;
     return ring && Refuses(lastSum > INT32_MAX, "EndIndex %d with InputBaseIndex %d passes the largest slot sum",
@@ -37,8 +46,9 @@ bool IsRunRefused(RunCall call, const RunPointers& pointers, std::int32_t mode, 
                 args.Data, RESAMPLING_DATA_COUNT - 1))
         return true;
     const bool ring = args.InputBaseIndex != NORMALIZED_BASE_INDEX;
+    const bool passThrough = mode == None || args.Data == NotResampled;
     if (ring && IsBadRing(args.InputSize, args.InputBaseIndex, "InputSize", "InputBaseIndex")) return true;
-    if (IsBadVisibleRange(args, ring)) return true;
+    if (IsBadVisibleRange(args, ring, passThrough)) return true;
 
     // Which arrays the selected strategy touches. Pass-through runs read
     // and write in Execute, for a non-empty range. Bucket runs read there
@@ -46,7 +56,6 @@ bool IsRunRefused(RunCall call, const RunPointers& pointers, std::int32_t mode, 
     // grid with cells, so an Execute after a count of 0 may pass empty
     // (null) outputs. A NaN-aware run walks Y (and X) in UpdateIndices and
     // gathers by the whole index vector in Execute.
-    const bool passThrough = mode == None || args.Data == NotResampled;
     const bool nanAware = nanTables && args.HasNaN && !passThrough;
     const bool nonEmpty = args.StartIndex <= args.EndIndex;
     bool reads = nonEmpty;

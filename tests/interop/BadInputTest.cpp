@@ -122,6 +122,8 @@ const RunRow kBadRuns[] = {
     {"RingBaseAtSize", true, 0, Ring(16, 16), kNone, {0, "InputBaseIndex 16 is outside the ring of InputSize 16"}},
     {"RingSlotSumWraps", true, 0, Ring(16, 3, 0, INT_MAX - 3), kNone,
      {0, "EndIndex 2147483644 with InputBaseIndex 3 passes the largest slot sum"}},
+    {"RingCountWrapsPastTheTop", true, 0, Ring(16, 3, INT_MAX, INT_MIN + 5), kNone,
+     {0, "EndIndex -2147483643 below StartIndex 2147483647 wraps to a count of 7"}},
     {"StartBelowZero", true, 1, {0, -1, 15}, kNone, {0, "StartIndex -1 is below 0"}},
     {"NullSelfInUpdate", false, 1, kPlain, kSelf, {7, "self is null"}},
     {"NullSelfInExecute", true, 1, kPlain, kSelf, {7, "self is null"}},
