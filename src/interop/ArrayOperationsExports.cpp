@@ -1,7 +1,9 @@
 // Exports of ArrayOperations<T> and MinMaxPointSearchResult<T> for the ten
 // element types: thin forwarders around one generic body each.
 
+#include <initializer_list>
 #include <memory>
+#include <utility>
 
 #include "arrayops/GenericArrayOperations.h"
 #include "interop/ArgumentChecks.h"
@@ -34,11 +36,14 @@ void DeleteArrayOperations(Handle* self) {
     delete handle;
 }
 
-// The handle, then the range a scan walks: [start, end) must be empty or lie
-// at 0 or above, rising, over real data.
-bool IsScanRefused(const void* self, const void* data, std::int32_t start, std::int32_t end) {
-    return IsNullPointer(self, "self") || IsBadHalfOpenRange(start, end) ||
-           (start != end && IsNullPointer(data, "data"));
+// The handle, the caller's in/out variables, then the range a scan walks:
+// [start, end) must be empty or lie at 0 or above, rising, over real data.
+bool IsScanRefused(const void* self, std::initializer_list<std::pair<const void*, const char*>> outputs,
+                   const void* data, std::int32_t start, std::int32_t end) {
+    if (IsNullPointer(self, "self")) return true;
+    for (const auto& [output, name] : outputs)
+        if (IsNullPointer(output, name)) return true;
+    return IsBadHalfOpenRange(start, end) || (start != end && IsNullPointer(data, "data"));
 }
 
 // The linear lookup reads nothing of an empty or inverted range.
@@ -82,41 +87,36 @@ using namespace qm::interop;
     }                                                                                                         \
     QM_API void CSharp_ArrayOperations##W##_Min__SWIG_0(QmArrayOperations##W* self, const T* data,            \
                                                         int32_t start, int32_t end, T* min) {                 \
-        if (IsNullPointer(min, "min") || IsScanRefused(self, data, start, end)) return;                       \
+        if (IsScanRefused(self, {{min, "min"}}, data, start, end)) return;                                    \
         GeneralGuard([&] { Self<T>(self)->Operations->Min(data, start, end, *min); });                        \
     }                                                                                                         \
     QM_API void CSharp_ArrayOperations##W##_Min__SWIG_1(QmArrayOperations##W* self, const T* data,            \
                                                         int32_t start, int32_t end, T* min,                   \
                                                         int32_t* minIndex) {                                  \
-        if (IsNullPointer(min, "min") || IsNullPointer(minIndex, "minIndex") ||                               \
-            IsScanRefused(self, data, start, end))                                                            \
-            return;                                                                                           \
+        if (IsScanRefused(self, {{min, "min"}, {minIndex, "minIndex"}}, data, start, end)) return;            \
         GeneralGuard([&] { Self<T>(self)->Operations->Min(data, start, end, *min, *minIndex); });             \
     }                                                                                                         \
     QM_API void CSharp_ArrayOperations##W##_Max__SWIG_0(QmArrayOperations##W* self, const T* data,            \
                                                         int32_t start, int32_t end, T* max) {                 \
-        if (IsNullPointer(max, "max") || IsScanRefused(self, data, start, end)) return;                       \
+        if (IsScanRefused(self, {{max, "max"}}, data, start, end)) return;                                    \
         GeneralGuard([&] { Self<T>(self)->Operations->Max(data, start, end, *max); });                        \
     }                                                                                                         \
     QM_API void CSharp_ArrayOperations##W##_Max__SWIG_1(QmArrayOperations##W* self, const T* data,            \
                                                         int32_t start, int32_t end, T* max,                   \
                                                         int32_t* maxIndex) {                                  \
-        if (IsNullPointer(max, "max") || IsNullPointer(maxIndex, "maxIndex") ||                               \
-            IsScanRefused(self, data, start, end))                                                            \
-            return;                                                                                           \
+        if (IsScanRefused(self, {{max, "max"}, {maxIndex, "maxIndex"}}, data, start, end)) return;            \
         GeneralGuard([&] { Self<T>(self)->Operations->Max(data, start, end, *max, *maxIndex); });             \
     }                                                                                                         \
     QM_API void CSharp_ArrayOperations##W##_MinMax__SWIG_0(QmArrayOperations##W* self, const T* data,         \
                                                            int32_t start, int32_t end, T* min, T* max) {      \
-        if (IsNullPointer(min, "min") || IsNullPointer(max, "max") || IsScanRefused(self, data, start, end))  \
-            return;                                                                                           \
+        if (IsScanRefused(self, {{min, "min"}, {max, "max"}}, data, start, end)) return;                      \
         GeneralGuard([&] { Self<T>(self)->Operations->MinMax(data, start, end, *min, *max); });               \
     }                                                                                                         \
     QM_API void CSharp_ArrayOperations##W##_MinMax__SWIG_1(QmArrayOperations##W* self, const T* data,         \
                                                            int32_t start, int32_t end,                        \
                                                            QmMinMaxPointSearchResult##W* result) {            \
         if (IsNullReference(result, "MinMaxPointSearchResult< " CppName " > & type is null")) return;        \
-        if (IsScanRefused(self, data, start, end)) return;                                                    \
+        if (IsScanRefused(self, {}, data, start, end)) return;                                                \
         GeneralGuard([&] { Self<T>(self)->Operations->MinMax(data, start, end, *RecordOf<T>(result)); });     \
     }                                                                                                         \
     QM_API int32_t CSharp_ArrayOperations##W##_FindIndexExactInUnsortedData(                                  \
