@@ -21,6 +21,14 @@ constinit ExceptionRow exceptionTable[11] = {
 
 constinit ArgumentRow argumentTable[3] = {{0, nullptr}, {1, nullptr}, {2, nullptr}};
 
+void Call(const ExceptionRow& row, const char* message) {
+    if (row.callback != nullptr) row.callback(message);
+}
+
+void Call(const ArgumentRow& row, const char* message, const char* paramName) {
+    if (row.callback != nullptr) row.callback(message, paramName);
+}
+
 }  // namespace
 
 void RegisterExceptionCallbacks(const QmExceptionCallback (&callbacks)[11]) {
@@ -32,19 +40,23 @@ void RegisterArgumentCallbacks(const QmExceptionArgumentCallback (&callbacks)[3]
 }
 
 void ReportApplicationException(const char* message) {
-    exceptionTable[static_cast<int>(ExceptionCode::Application)].callback(message);
+    Call(exceptionTable[static_cast<int>(ExceptionCode::Application)], message);
+}
+
+void ReportNullReference(const char* message) {
+    Call(exceptionTable[static_cast<int>(ExceptionCode::NullReference)], message);
 }
 
 void ReportArgumentException(const char* message) {
-    argumentTable[static_cast<int>(ArgumentCode::Argument)].callback(message, "");
+    Call(argumentTable[static_cast<int>(ArgumentCode::Argument)], message, "");
 }
 
 void ReportArgumentNull(const char* message) {
-    argumentTable[static_cast<int>(ArgumentCode::ArgumentNull)].callback(message, nullptr);
+    Call(argumentTable[static_cast<int>(ArgumentCode::ArgumentNull)], message, nullptr);
 }
 
 void ReportArgumentOutOfRange(const char* paramName) {
-    argumentTable[static_cast<int>(ArgumentCode::ArgumentOutOfRange)].callback(nullptr, paramName);
+    Call(argumentTable[static_cast<int>(ArgumentCode::ArgumentOutOfRange)], nullptr, paramName);
 }
 
 }  // namespace qm::interop

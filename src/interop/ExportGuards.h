@@ -44,14 +44,19 @@ R GeneralGuard(Body&& body) {
     }
 }
 
-// IntVector guard: only the range failures of the vector operations are
-// caught; a length or allocation failure passes through.
+// IntVector guards: the range failures of the vector operations become the
+// managed list's own argument reports; anything else the vector raises (its
+// length failure, an exhausted heap) is reported like in the general guard,
+// since an exception must never unwind into the managed caller.
 template <class Body, class R = std::invoke_result_t<Body&>>
 R RangeGuard(Body&& body) {
     try {
         return body();
     } catch (const std::out_of_range& e) {
         ReportArgumentOutOfRange(e.what());
+        return R();
+    } catch (const std::exception& e) {
+        ReportApplicationException(MessageOf(e));
         return R();
     }
 }
@@ -67,8 +72,10 @@ R RangeOrArgumentGuard(Body&& body) {
     } catch (const std::invalid_argument& e) {
         ReportArgumentException(e.what());
         return R();
+    } catch (const std::exception& e) {
+        ReportApplicationException(MessageOf(e));
+        return R();
     }
 }
-
 
 }  // namespace qm::interop

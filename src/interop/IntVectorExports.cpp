@@ -1,10 +1,14 @@
 // The IntVector exports: the plain vector operations plus those of a managed
 // list, each with the range checks and messages the managed side expects.
+// A null self is reported (after the null test of a vector argument), and
+// every export runs guarded: the length and allocation failures of a growing
+// vector are reported, never thrown into the managed caller.
 
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
 
+#include "interop/ArgumentChecks.h"
 #include "interop/ExportGuards.h"
 #include "interop/Handles.h"
 #include "model/Int32Arithmetic.h"
@@ -14,6 +18,8 @@ namespace {
 
 IntVector& Vec(QmIntVector* self) { return *FromHandle(self); }
 
+bool IsNullSelf(const QmIntVector* self) { return IsNullPointer(self, "self"); }
+
 void CheckIndex(const IntVector& v, std::int32_t index) {
     if (index < 0 || index >= v.size()) throw std::out_of_range("index");
 }
@@ -22,12 +28,12 @@ void CheckInsertIndex(const IntVector& v, std::int32_t index) {
     if (index < 0 || index >= WrappingAdd(v.size(), 1)) throw std::out_of_range("index");
 }
 
-// The range check of GetRange, RemoveRange and Reverse. The sum in the last
-// test is a plain 32-bit sum: one that wraps below zero passes.
+// The range check of GetRange, RemoveRange and Reverse. The end of the range
+// is summed in 64 bits, so a count that would wrap is an invalid range too.
 void CheckRange(const IntVector& v, std::int32_t index, std::int32_t count) {
     if (index < 0) throw std::out_of_range("index");
     if (count < 0) throw std::out_of_range("count");
-    if (index >= WrappingAdd(v.size(), 1) || WrappingAdd(index, count) > v.size())
+    if (index >= WrappingAdd(v.size(), 1) || std::int64_t{index} + count > v.size())
         throw std::invalid_argument("invalid range");
 }
 
@@ -39,11 +45,13 @@ using namespace qm::interop;
 
 extern "C" {
 
-QM_API QmIntVector* CSharp_new_IntVector__SWIG_0(void) { return ToHandle(new IntVector()); }
+QM_API QmIntVector* CSharp_new_IntVector__SWIG_0(void) {
+    return GeneralGuard([] { return ToHandle(new IntVector()); });
+}
 
 QM_API QmIntVector* CSharp_new_IntVector__SWIG_1(const QmIntVector* other) {
     if (IsNullReference(other, kConstVectorNull)) return nullptr;
-    return ToHandle(new IntVector(*FromHandle(other)));
+    return GeneralGuard([&] { return ToHandle(new IntVector(*FromHandle(other))); });
 }
 
 QM_API QmIntVector* CSharp_new_IntVector__SWIG_2(int32_t capacity) {
@@ -57,17 +65,30 @@ QM_API QmIntVector* CSharp_new_IntVector__SWIG_2(int32_t capacity) {
 
 QM_API void CSharp_delete_IntVector(QmIntVector* self) { delete FromHandle(self); }
 
-QM_API void CSharp_IntVector_Clear(QmIntVector* self) { Vec(self).Clear(); }
+QM_API void CSharp_IntVector_Clear(QmIntVector* self) {
+    if (!IsNullSelf(self)) Vec(self).Clear();
+}
 
-QM_API void CSharp_IntVector_Add(QmIntVector* self, int32_t value) { Vec(self).PushBack(value); }
+QM_API void CSharp_IntVector_Add(QmIntVector* self, int32_t value) {
+    if (IsNullSelf(self)) return;
+    GeneralGuard([&] { Vec(self).PushBack(value); });
+}
 
-QM_API int32_t CSharp_IntVector_size(const QmIntVector* self) { return FromHandle(self)->size(); }
+QM_API int32_t CSharp_IntVector_size(const QmIntVector* self) {
+    return IsNullSelf(self) ? 0 : FromHandle(self)->size();
+}
 
-QM_API int32_t CSharp_IntVector_capacity(const QmIntVector* self) { return FromHandle(self)->capacity(); }
+QM_API int32_t CSharp_IntVector_capacity(const QmIntVector* self) {
+    return IsNullSelf(self) ? 0 : FromHandle(self)->capacity();
+}
 
-QM_API void CSharp_IntVector_reserve(QmIntVector* self, uint32_t n) { Vec(self).Reserve(n); }
+QM_API void CSharp_IntVector_reserve(QmIntVector* self, uint32_t n) {
+    if (IsNullSelf(self)) return;
+    GeneralGuard([&] { Vec(self).Reserve(n); });
+}
 
 QM_API int32_t CSharp_IntVector_getitemcopy(QmIntVector* self, int32_t index) {
+    if (IsNullSelf(self)) return 0;
     return RangeGuard([&] {
         CheckIndex(Vec(self), index);
         return Vec(self)[index];
@@ -79,6 +100,7 @@ QM_API int32_t CSharp_IntVector_getitem(QmIntVector* self, int32_t index) {
 }
 
 QM_API void CSharp_IntVector_setitem(QmIntVector* self, int32_t index, int32_t value) {
+    if (IsNullSelf(self)) return;
     RangeGuard([&] {
         CheckIndex(Vec(self), index);
         Vec(self)[index] = value;
@@ -86,12 +108,15 @@ QM_API void CSharp_IntVector_setitem(QmIntVector* self, int32_t index, int32_t v
 }
 
 QM_API void CSharp_IntVector_AddRange(QmIntVector* self, const QmIntVector* values) {
-    if (IsNullReference(values, kConstVectorNull)) return;
-    const IntVector& source = *FromHandle(values);
-    Vec(self).InsertRange(Vec(self).size(), source.data(), source.size());
+    if (IsNullReference(values, kConstVectorNull) || IsNullSelf(self)) return;
+    GeneralGuard([&] {
+        const IntVector& source = *FromHandle(values);
+        Vec(self).InsertRange(Vec(self).size(), source.data(), source.size());
+    });
 }
 
 QM_API QmIntVector* CSharp_IntVector_GetRange(QmIntVector* self, int32_t index, int32_t count) {
+    if (IsNullSelf(self)) return nullptr;
     return RangeOrArgumentGuard([&] {
         CheckRange(Vec(self), index, count);
         return ToHandle(new IntVector(Vec(self).data() + index, count));
@@ -99,6 +124,7 @@ QM_API QmIntVector* CSharp_IntVector_GetRange(QmIntVector* self, int32_t index, 
 }
 
 QM_API void CSharp_IntVector_Insert(QmIntVector* self, int32_t index, int32_t value) {
+    if (IsNullSelf(self)) return;
     RangeGuard([&] {
         CheckInsertIndex(Vec(self), index);
         Vec(self).Insert(index, value);
@@ -106,7 +132,7 @@ QM_API void CSharp_IntVector_Insert(QmIntVector* self, int32_t index, int32_t va
 }
 
 QM_API void CSharp_IntVector_InsertRange(QmIntVector* self, int32_t index, const QmIntVector* values) {
-    if (IsNullReference(values, kConstVectorNull)) return;
+    if (IsNullReference(values, kConstVectorNull) || IsNullSelf(self)) return;
     RangeGuard([&] {
         CheckInsertIndex(Vec(self), index);
         const IntVector& source = *FromHandle(values);
@@ -115,6 +141,7 @@ QM_API void CSharp_IntVector_InsertRange(QmIntVector* self, int32_t index, const
 }
 
 QM_API void CSharp_IntVector_RemoveAt(QmIntVector* self, int32_t index) {
+    if (IsNullSelf(self)) return;
     RangeGuard([&] {
         CheckIndex(Vec(self), index);
         Vec(self).Erase(index, 1);
@@ -122,6 +149,7 @@ QM_API void CSharp_IntVector_RemoveAt(QmIntVector* self, int32_t index) {
 }
 
 QM_API void CSharp_IntVector_RemoveRange(QmIntVector* self, int32_t index, int32_t count) {
+    if (IsNullSelf(self)) return;
     RangeOrArgumentGuard([&] {
         CheckRange(Vec(self), index, count);
         Vec(self).Erase(index, count);
@@ -136,10 +164,12 @@ QM_API QmIntVector* CSharp_IntVector_Repeat(int32_t value, int32_t count) {
 }
 
 QM_API void CSharp_IntVector_Reverse__SWIG_0(QmIntVector* self) {
+    if (IsNullSelf(self)) return;
     std::reverse(Vec(self).data(), Vec(self).data() + Vec(self).size());
 }
 
 QM_API void CSharp_IntVector_Reverse__SWIG_1(QmIntVector* self, int32_t index, int32_t count) {
+    if (IsNullSelf(self)) return;
     RangeOrArgumentGuard([&] {
         CheckRange(Vec(self), index, count);
         std::reverse(Vec(self).data() + index, Vec(self).data() + index + count);
@@ -147,7 +177,7 @@ QM_API void CSharp_IntVector_Reverse__SWIG_1(QmIntVector* self, int32_t index, i
 }
 
 QM_API void CSharp_IntVector_SetRange(QmIntVector* self, int32_t index, const QmIntVector* values) {
-    if (IsNullReference(values, kConstVectorNull)) return;
+    if (IsNullReference(values, kConstVectorNull) || IsNullSelf(self)) return;
     RangeGuard([&] {
         IntVector& target = Vec(self);
         const IntVector& source = *FromHandle(values);
@@ -161,6 +191,7 @@ QM_API void CSharp_IntVector_SetRange(QmIntVector* self, int32_t index, const Qm
 }
 
 QM_API int32_t CSharp_IntVector_IndexOf(QmIntVector* self, int32_t value) {
+    if (IsNullSelf(self)) return -1;
     const IntVector& v = Vec(self);
     for (std::int32_t i = 0; i < v.size(); ++i)
         if (v[i] == value) return i;
@@ -168,6 +199,7 @@ QM_API int32_t CSharp_IntVector_IndexOf(QmIntVector* self, int32_t value) {
 }
 
 QM_API int32_t CSharp_IntVector_LastIndexOf(QmIntVector* self, int32_t value) {
+    if (IsNullSelf(self)) return -1;
     const IntVector& v = Vec(self);
     for (std::int32_t i = v.size() - 1; i >= 0; --i)
         if (v[i] == value) return i;
@@ -175,10 +207,12 @@ QM_API int32_t CSharp_IntVector_LastIndexOf(QmIntVector* self, int32_t value) {
 }
 
 QM_API int32_t CSharp_IntVector_Contains(QmIntVector* self, int32_t value) {
+    if (IsNullSelf(self)) return 0;
     return CSharp_IntVector_IndexOf(self, value) >= 0 ? 1 : 0;
 }
 
 QM_API int32_t CSharp_IntVector_Remove(QmIntVector* self, int32_t value) {
+    if (IsNullSelf(self)) return 0;
     const std::int32_t at = CSharp_IntVector_IndexOf(self, value);
     if (at < 0) return 0;
     Vec(self).Erase(at, 1);

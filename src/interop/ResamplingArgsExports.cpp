@@ -1,6 +1,7 @@
 // ResamplingArgs exports and the three constants. Setters ignore a null
-// record; getters read it unchecked (an asymmetry callers know about).
+// record quietly; a getter reports it and answers 0.
 
+#include "interop/ArgumentChecks.h"
 #include "interop/ExportGuards.h"
 #include "interop/Handles.h"
 
@@ -46,6 +47,7 @@ QM_API void CSharp_delete_ResamplingArgs(QmResamplingArgs* self) { delete FromHa
         FromHandle(self)->Field = ToField<Boundary, FieldType>(value);                           \
     }                                                                                            \
     QM_API Boundary CSharp_ResamplingArgs_##Field##_get(const QmResamplingArgs* self) {          \
+        if (IsNullPointer(self, "self")) return Boundary();                                      \
         using FieldType = decltype(ResamplingArgs::Field);                                       \
         return ToBoundary<Boundary, FieldType>(FromHandle(self)->Field);                         \
     }

@@ -10,6 +10,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "quillmap/QuillmapCore.h"
@@ -28,6 +29,17 @@ struct ArgsDeleter {
     void operator()(QmResamplingArgs* a) const { CSharp_delete_ResamplingArgs(a); }
 };
 using ArgsPtr = std::unique_ptr<QmResamplingArgs, ArgsDeleter>;
+
+// An element of any X or Y type from a small integer.
+template <class T>
+T Element(int v) {
+    if constexpr (std::is_same_v<T, QmDateTime>)
+        return QmDateTime{static_cast<std::uint64_t>(v)};
+    else if constexpr (std::is_same_v<T, QmTimeSpan>)
+        return QmTimeSpan{v};
+    else
+        return static_cast<T>(v);
+}
 
 inline VectorPtr MakeVector(std::initializer_list<std::int32_t> values) {
     VectorPtr v(CSharp_new_IntVector__SWIG_0());

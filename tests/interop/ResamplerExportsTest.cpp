@@ -28,16 +28,6 @@ int SeriesY(int i) { return i == 21 ? 100 : i == 29 ? 1 : 10; }
 const Ints kMinMaxIndices{0, 3, 7, 11, 15, 19, 21, 23, 27, 29, 31, 35, 39};
 const Ints kPrefix{-4, -4, -4};
 
-template <class T>
-T Element(int v) {
-    if constexpr (std::is_same_v<T, QmDateTime>)
-        return QmDateTime{static_cast<std::uint64_t>(v)};
-    else if constexpr (std::is_same_v<T, QmTimeSpan>)
-        return QmTimeSpan{v};
-    else
-        return static_cast<T>(v);
-}
-
 struct Outcome {
     std::int32_t reserved = 0;
     Ints indices;
