@@ -65,15 +65,17 @@ std::string Skipped(const CsvSeries& series) {
 
 void PrintWhatWasRead(const CsvSeries& series, const std::string& path) {
     const char* separator = series.separator == '\t' ? "tab" : series.separator == ';' ? "';'" : "','";
-    std::printf("Read %s rows of %s,%s from %s (%s-separated%s); X as %s%s\n", Grouped(static_cast<long long>(series.y.size())).c_str(),
-                series.xName.c_str(), series.yName.c_str(), path.c_str(), separator,
+    std::printf("Read %s rows of %s,%s from %s (%s-separated%s); X as %s%s\n",
+                Grouped(static_cast<long long>(series.y.size())).c_str(), series.xName.c_str(),
+                series.yName.c_str(), path.c_str(), separator,
                 series.byteOrderMark ? ", UTF-8 byte-order mark dropped" : "",
                 series.timestampX ? "ISO-8601 timestamps (.NET ticks, DateTime engine)" : "numbers (Double engine)",
                 series.reordered ? ", rows sorted by X" : "");
     const auto [low, high] = YRange(series.y);
     if (low > high) std::printf("Y holds no number at all; ");
     else std::printf("Y from %.6g to %.6g; ", low, high);
-    std::printf("%s rows with an empty or NaN Y kept as gaps%s\n", Grouped(static_cast<long long>(series.gapRows)).c_str(),
+    std::printf("%s rows with an empty or NaN Y kept as gaps%s\n",
+                Grouped(static_cast<long long>(series.gapRows)).c_str(),
                 series.gapRows > 0 ? " (HasNaN set: the NaN-aware strategies run)" : "");
     for (const std::string& warning : series.warnings) std::printf("warning: %s\n", warning.c_str());
     if (!series.skipped.empty())

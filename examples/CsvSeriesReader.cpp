@@ -57,7 +57,8 @@ public:
             return;
         }
         if (!numericX && !stamp) return Skip(lineNumber, XProblem(cells[0]));
-        if (numericX && !std::isfinite(numericX->value)) return Skip(lineNumber, "X " + Quoted(cells[0]) + " is not finite");
+        if (numericX && !std::isfinite(numericX->value))
+            return Skip(lineNumber, "X " + Quoted(cells[0]) + " is not finite");
         const std::optional<CellNumber> y = YCell(cells[1], decimalCommas);
         if (!y) return Skip(lineNumber, "Y " + Quoted(cells[1]) + " is not a number (an empty or NaN cell is a gap)");
         if (std::isinf(y->value)) return Skip(lineNumber, "Y " + Quoted(cells[1]) + " is infinite");

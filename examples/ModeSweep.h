@@ -30,7 +30,8 @@ struct Layout {
 inline std::string CompareWithPlain(const RunResult& run, const std::vector<RunResult>& twin) {
     for (const RunResult& plain : twin) {
         if (plain.failure || plain.ran.mode != run.ran.mode) continue;
-        if (plain.ran.keepsNearestToZero != run.ran.keepsNearestToZero) return "not compared (plain MinOrMax keeps the nearest point)";
+        if (plain.ran.keepsNearestToZero != run.ran.keepsNearestToZero)
+            return "not compared (plain MinOrMax keeps the nearest point)";
         return SamePoints(run, plain) ? "same points as plain" : "DIFFERS from plain";
     }
     return "no plain run of this reducer";

@@ -208,7 +208,8 @@ bool WriteSvgChart(const std::string& path, const std::string& heading, const st
         << "\" viewBox=\"0 0 " << width << ' ' << height << "\" font-family=\"sans-serif\" font-size=\"13\">\n"
         << "<style>.title{font-size:15px;font-weight:bold}.frame{fill:#fff;stroke:#999}"
            ".grid{stroke:#ddd}.ylabel{text-anchor:end;fill:#555}.xlabel{fill:#555}.end{text-anchor:end}"
-           ".band{stroke:#c4c4c4;stroke-width:1;fill:none}.bandkey{fill:#c4c4c4}.gapcol{stroke:#f6c6c6;stroke-width:1;fill:none}.lane{font-weight:bold}</style>\n"
+           ".band{stroke:#c4c4c4;stroke-width:1;fill:none}.bandkey{fill:#c4c4c4}"
+           ".gapcol{stroke:#f6c6c6;stroke-width:1;fill:none}.lane{font-weight:bold}</style>\n"
         << "<rect width=\"100%\" height=\"100%\" fill=\"#fafafa\"/>\n"
         << "<text x=\"" << kLeft << "\" y=\"30\" font-size=\"18\">" << Escape(heading) << "</text>\n";
     double top = kHeadingHeight;

@@ -134,8 +134,8 @@ int RunSyntheticDemo(const DemoOptions& options) {
         Panel(Describe(zoom, "the hole up close"), zoom, zoomRuns),
     };
     std::string error;
-    if (!WriteSvgChart(options.svgPath, "QuillmapCore demo: NaN-aware resampled lines over the raw min/max band", panels,
-                       error)) {
+    if (!WriteSvgChart(options.svgPath, "QuillmapCore demo: NaN-aware resampled lines over the raw min/max band",
+                       panels, error)) {
         std::fprintf(stderr, "quillmap_demo: %s\n", error.c_str());
         return 1;
     }
