@@ -54,8 +54,10 @@ public:
         if (!numericX && !stamp && headerCandidate) {
             s_.xName = cells[0].empty() ? "X" : std::string(cells[0]);
             s_.yName = cells[1].empty() ? "Y" : std::string(cells[1]);
+            headerCells_ = cells.size();
             return;
         }
+        if (headerCells_ == 2 && cells.size() > 2) NoteExtraCells(lineNumber, line);
         if (!numericX && !stamp) return Skip(lineNumber, XProblem(cells[0]));
         if (numericX && !std::isfinite(numericX->value))
             return Skip(lineNumber, "X " + Quoted(cells[0]) + " is not finite");
@@ -90,6 +92,16 @@ private:
                               "-separated file with decimal commas; ',' is read as the decimal point");
     }
 
+    // "1,2,5" under the header "x,y": most likely a decimal comma that the
+    // comma separator has cut; Y is read as 2, so say so.
+    void NoteExtraCells(std::size_t lineNumber, std::string_view line) {
+        if (warnedExtraCells_) return;
+        warnedExtraCells_ = true;
+        s_.warnings.push_back("line " + std::to_string(lineNumber) + " " + Quoted(line) +
+                              ": more cells than the header has; cells after the second are ignored (decimal "
+                              "commas need ';' or tab as the separator)");
+    }
+
     void Keep(const std::optional<CellNumber>& numericX, const std::optional<ParsedTimestamp>& stamp, double y) {
         if (!timestamps_) timestamps_ = stamp.has_value();
         if (*timestamps_) {
@@ -107,6 +119,8 @@ private:
     std::optional<bool> timestamps_;  // decided by the first data row
     bool sawFirstRow_ = false;
     bool warnedDecimalComma_ = false;
+    bool warnedExtraCells_ = false;
+    std::size_t headerCells_ = 0;
 };
 
 }  // namespace
