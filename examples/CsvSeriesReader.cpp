@@ -6,6 +6,7 @@
 #include <limits>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
 #include "CsvCells.h"
 #include "IsoTimestamp.h"
@@ -30,7 +31,16 @@ void SortByX(CsvSeries& series) {
     series.reordered = true;
 }
 
-std::string Quoted(std::string_view cell) { return "'" + std::string(cell) + "'"; }
+// "<before>'<cell>'<after>", built by appending (GCC 12 misreads
+// `"text" + std::string` as an overlapping copy under -O3).
+std::string Quoted(std::string_view before, std::string_view cell, std::string_view after) {
+    std::string text(before);
+    text += '\'';
+    text += cell;
+    text += '\'';
+    text += after;
+    return text;
+}
 
 // Reads the file row by row; the first row decides whether X holds numbers
 // or timestamps, and a first row whose X is neither is the header.
@@ -60,10 +70,10 @@ public:
         if (headerCells_ == 2 && cells.size() > 2) NoteExtraCells(lineNumber, line);
         if (!numericX && !stamp) return Skip(lineNumber, XProblem(cells[0]));
         if (numericX && !std::isfinite(numericX->value))
-            return Skip(lineNumber, "X " + Quoted(cells[0]) + " is not finite");
+            return Skip(lineNumber, Quoted("X ", cells[0], " is not finite"));
         const std::optional<CellNumber> y = YCell(cells[1], decimalCommas);
-        if (!y) return Skip(lineNumber, "Y " + Quoted(cells[1]) + " is not a number (an empty or NaN cell is a gap)");
-        if (std::isinf(y->value)) return Skip(lineNumber, "Y " + Quoted(cells[1]) + " is infinite");
+        if (!y) return Skip(lineNumber, Quoted("Y ", cells[1], " is not a number (an empty or NaN cell is a gap)"));
+        if (std::isinf(y->value)) return Skip(lineNumber, Quoted("Y ", cells[1], " is infinite"));
         if ((numericX && numericX->decimalComma) || y->decimalComma) NoteDecimalComma(lineNumber, line);
         Keep(numericX, stamp, y->value);
     }
@@ -73,9 +83,9 @@ private:
 
     std::string XProblem(std::string_view cell) const {
         if (cell.empty()) return "no X";
-        if (timestamps_ == true) return "X " + Quoted(cell) + " is not an ISO-8601 timestamp like the rows before it";
-        if (timestamps_ == false) return "X " + Quoted(cell) + " is not a number like the rows before it";
-        return "X " + Quoted(cell) + " is neither a number nor an ISO-8601 timestamp";
+        if (timestamps_ == true) return Quoted("X ", cell, " is not an ISO-8601 timestamp like the rows before it");
+        if (timestamps_ == false) return Quoted("X ", cell, " is not a number like the rows before it");
+        return Quoted("X ", cell, " is neither a number nor an ISO-8601 timestamp");
     }
 
     // An empty cell is a gap, as is "NaN" (read as NaN by the number parser).
@@ -87,9 +97,10 @@ private:
     void NoteDecimalComma(std::size_t lineNumber, std::string_view line) {
         if (warnedDecimalComma_) return;
         warnedDecimalComma_ = true;
-        s_.warnings.push_back("line " + std::to_string(lineNumber) + " " + Quoted(line) + ": a " +
-                              (s_.separator == ';' ? "';'" : "tab") +
-                              "-separated file with decimal commas; ',' is read as the decimal point");
+        std::string warning = Quoted("line " + std::to_string(lineNumber) + " ", line, ": a ");
+        warning += s_.separator == ';' ? "';'" : "tab";
+        warning += "-separated file with decimal commas; ',' is read as the decimal point";
+        s_.warnings.push_back(std::move(warning));
     }
 
     // "1,2,5" under the header "x,y": most likely a decimal comma that the
@@ -97,9 +108,9 @@ private:
     void NoteExtraCells(std::size_t lineNumber, std::string_view line) {
         if (warnedExtraCells_) return;
         warnedExtraCells_ = true;
-        s_.warnings.push_back("line " + std::to_string(lineNumber) + " " + Quoted(line) +
-                              ": more cells than the header has; cells after the second are ignored (decimal "
-                              "commas need ';' or tab as the separator)");
+        s_.warnings.push_back(Quoted("line " + std::to_string(lineNumber) + " ", line,
+                                     ": more cells than the header has; cells after the second are ignored "
+                                     "(decimal commas need ';' or tab as the separator)"));
     }
 
     void Keep(const std::optional<CellNumber>& numericX, const std::optional<ParsedTimestamp>& stamp, double y) {
