@@ -1,6 +1,7 @@
 #include "ColumnEnvelope.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace demo {
@@ -13,10 +14,15 @@ ColumnEnvelope BuildEnvelope(const std::vector<double>& x, const std::vector<dou
     e.width = width;
     e.low.assign(static_cast<std::size_t>(width), std::numeric_limits<double>::infinity());
     e.high.assign(static_cast<std::size_t>(width), -std::numeric_limits<double>::infinity());
+    e.gap.assign(static_cast<std::size_t>(width), false);
     const double perColumn = width / (maxX - minX);
     for (std::size_t i = 0; i < x.size(); ++i) {
         if (!(x[i] >= minX && x[i] <= maxX)) continue;
         const auto column = std::min(static_cast<std::int32_t>((x[i] - minX) * perColumn), width - 1);
+        if (std::isnan(y[i])) {
+            e.gap[column] = true;
+            continue;
+        }
         e.low[column] = std::min(e.low[column], y[i]);
         e.high[column] = std::max(e.high[column], y[i]);
     }

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <limits>
+#include <utility>
 
 #include "ColumnEnvelope.h"
 #include "CsvSeriesReader.h"
+#include "GapRuns.h"
 #include "IsoTimestamp.h"
 #include "ModeSweep.h"
 #include "ScanShowcase.h"
@@ -18,6 +22,16 @@ namespace {
 
 constexpr std::int32_t kViewportWidth = 1920;
 constexpr std::int32_t kStretchPoints = 1000;
+
+std::pair<double, double> YRange(const std::vector<double>& y) {
+    double low = std::numeric_limits<double>::infinity(), high = -low;
+    for (double v : y) {
+        if (std::isnan(v)) continue;
+        low = std::min(low, v);
+        high = std::max(high, v);
+    }
+    return {low, high};
+}
 
 std::string AxisLabel(const CsvSeries& series, double x) {
     if (series.timestampX) return FormatTicks(static_cast<std::int64_t>(x));
@@ -39,6 +53,37 @@ std::vector<RunResult> ResampleAll(const XT* x, const CsvSeries& series, const L
     return runs;
 }
 
+std::string Skipped(const CsvSeries& series) {
+    constexpr std::size_t kListed = 10;
+    std::string text;
+    for (std::size_t k = 0; k < series.skipped.size() && k < kListed; ++k)
+        text += "  line " + std::to_string(series.skipped[k].line) + ": " + series.skipped[k].why + "\n";
+    if (series.skipped.size() > kListed)
+        text += "  ... and " + Grouped(static_cast<long long>(series.skipped.size() - kListed)) + " more\n";
+    return text;
+}
+
+void PrintWhatWasRead(const CsvSeries& series, const std::string& path) {
+    const char* separator = series.separator == '\t' ? "tab" : series.separator == ';' ? "';'" : "','";
+    std::printf("Read %s rows of %s,%s from %s (%s-separated%s); X as %s%s\n",
+                Grouped(static_cast<long long>(series.y.size())).c_str(), series.xName.c_str(),
+                series.yName.c_str(), path.c_str(), separator,
+                series.byteOrderMark ? ", UTF-8 byte-order mark dropped" : "",
+                series.timestampX ? "ISO-8601 timestamps (.NET ticks, DateTime engine)" : "numbers (Double engine)",
+                series.reordered ? ", rows sorted by X" : "");
+    const auto [low, high] = YRange(series.y);
+    if (low > high) std::printf("Y holds no number at all; ");
+    else std::printf("Y from %.6g to %.6g; ", low, high);
+    std::printf("%s rows with an empty or NaN Y kept as gaps%s\n",
+                Grouped(static_cast<long long>(series.gapRows)).c_str(),
+                series.gapRows > 0 ? " (HasNaN set: the NaN-aware strategies run)" : "");
+    for (const std::string& warning : series.warnings) std::printf("warning: %s\n", warning.c_str());
+    if (!series.skipped.empty())
+        std::printf("Skipped %s rows:\n%s", Grouped(static_cast<long long>(series.skipped.size())).c_str(),
+                    Skipped(series).c_str());
+    std::printf("\n");
+}
+
 }  // namespace
 
 int RunCsvDemo(const DemoOptions& options) {
@@ -51,20 +96,16 @@ int RunCsvDemo(const DemoOptions& options) {
     }
     const CsvSeries& series = *read;
     const auto n = static_cast<std::int32_t>(series.y.size());
-    const std::string skipped = series.skippedRows == 0 ? std::string()
-                                : ", skipped " + Grouped(static_cast<long long>(series.skippedRows)) +
-                                      " rows without a usable X or a finite Y";
-    std::printf("Read %s rows of %s,%s from %s; X as %s%s%s\n\n", Grouped(n).c_str(), series.xName.c_str(),
-                series.yName.c_str(), options.csvPath->c_str(),
-                series.timestampX ? "ISO-8601 timestamps (.NET ticks, DateTime engine)" : "numbers (Double engine)",
-                skipped.c_str(), series.reordered ? ", rows sorted by X" : "");
+    PrintWhatWasRead(series, *options.csvPath);
     if (!(series.x.back() > series.x.front())) {
         std::fprintf(stderr, "quillmap_demo: every row has the same X; there is no X range to resample over\n");
         return 1;
     }
 
-    Layout layout{"CSV, uneven", {}, &series.x, &series.y, {}, {}};
+    const std::vector<GapRun> gaps = FindGapRuns(series.y);
+    Layout layout{"CSV, uneven", {}, &series.x, &series.y, {}, {}, &gaps};
     layout.request.data = kUnevenlySpaced;
+    layout.request.hasNaN = !gaps.empty();
     layout.request.startIndex = 0;
     layout.request.endIndex = n - 1;
     layout.request.viewportWidth = kViewportWidth;

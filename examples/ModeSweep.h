@@ -21,7 +21,21 @@ struct Layout {
     const std::vector<double>* y;
     std::vector<std::int32_t> upSpikes;   // outliers inside the visible stretch
     std::vector<std::int32_t> downSpikes;
+    const std::vector<GapRun>* gaps;      // the NaN runs of y
 };
+
+// The run of `twin` whose reducer is the one `run` ran: a ring layout must
+// give exactly its points. The NaN-aware MinOrMax keeps the nearest point on
+// plain arrays and the farthest in a ring, so those two are not compared.
+inline std::string CompareWithPlain(const RunResult& run, const std::vector<RunResult>& twin) {
+    for (const RunResult& plain : twin) {
+        if (plain.failure || plain.ran.mode != run.ran.mode) continue;
+        if (plain.ran.keepsNearestToZero != run.ran.keepsNearestToZero)
+            return "not compared (plain MinOrMax keeps the nearest point)";
+        return SamePoints(run, plain) ? "same points as plain" : "DIFFERS from plain";
+    }
+    return "no plain run of this reducer";
+}
 
 // `twin`, if given, holds the runs of the same series in plain arrays: a ring
 // layout must give exactly the same points.
@@ -33,9 +47,9 @@ std::vector<RunResult> SweepModes(Resampler<XT>& resampler, const XT* x, const d
         RunRequest request = layout.request;
         request.mode = kBucketModes[m];
         RunResult run = resampler.Run(x, y, request);
-        const RunCheck check = CheckRun(run, *layout.x, *layout.y, layout.upSpikes, layout.downSpikes);
-        std::string note;
-        if (twin && !run.failure) note = SamePoints(run, (*twin)[m]) ? "same points as plain" : "DIFFERS from plain";
+        const RunCheck check =
+            CheckRun(run, request, *layout.x, *layout.y, layout.upSpikes, layout.downSpikes, *layout.gaps);
+        const std::string note = twin && !run.failure ? CompareWithPlain(run, *twin) : std::string();
         PrintRunLine(layout.name, request.mode, run, check, note);
         runs.push_back(std::move(run));
     }
@@ -54,7 +68,7 @@ RunResult RunVisibleStretch(Resampler<XT>& resampler, const XT* x, const double*
     request.minX = (*layout.x)[static_cast<std::size_t>(request.startIndex)];
     request.maxX = (*layout.x)[static_cast<std::size_t>(request.endIndex)];
     RunResult run = resampler.Run(x, y, request);
-    PrintRunLine(layout.name, kNone, run, CheckRun(run, *layout.x, *layout.y, {}, {}),
+    PrintRunLine(layout.name, kNone, run, CheckRun(run, request, *layout.x, *layout.y, {}, {}, *layout.gaps),
                  "visible stretch " + Grouped(request.startIndex) + ".." + Grouped(request.endIndex));
     return run;
 }

@@ -2,7 +2,9 @@
 // One resampling run through the C exports, in the order a managed caller
 // makes it: fill ResamplingArgs, ask GetActualResampling for the mode, let
 // UpdateIndices say how much room the output needs, size the outputs by
-// that, then Execute with the same mode and args.
+// that, then Execute with the same mode and args. A NaN-aware run (HasNaN)
+// takes the same calls: its UpdateIndices walks the series and returns the
+// exact count, and its Execute only gathers X and Y by the indices.
 
 #include <algorithm>
 #include <chrono>
@@ -13,32 +15,15 @@
 #include <vector>
 
 #include "FailureLog.h"
+#include "ModeInEffect.h"
 #include "ResamplerExports.h"
+#include "RunRequest.h"
 
 namespace demo {
 
-// ResamplingMode and ResamplingData values of the interface.
-enum Mode : std::int32_t { kNone = 0, kMinMax = 1, kMin = 2, kMax = 3, kMid = 4, kMinOrMax = 5 };
-enum DataKind : std::int32_t { kLinear = 0, kCategory = 1, kUnevenlySpaced = 2 };
-
-const char* ModeName(std::int32_t mode);
-const char* DataKindName(std::int32_t data);
-
-struct RunRequest {
-    std::int32_t data = kLinear;
-    std::int32_t mode = kMinMax;  // what the user asks for; the library may answer None
-    std::int32_t startIndex = 0;  // logical, inclusive
-    std::int32_t endIndex = 0;    // logical, inclusive
-    std::int32_t viewportWidth = 1920;
-    double minX = 0.0;
-    double maxX = 0.0;
-    std::int32_t inputSize = 0;       // ring buffers only
-    std::int32_t inputBaseIndex = 0;  // not 0: the arrays are a ring
-    double zeroLineY = 0.0;
-};
-
 struct RunResult {
-    std::int32_t actualMode = kNone;
+    std::int32_t actualMode = kNone;  // what GetActualResampling answered
+    ModeInEffect ran;                 // the reducer that ran on that answer, and why if it differs
     std::int32_t pointsIn = 0;
     std::int32_t room = 0;  // what UpdateIndices asked the outputs to hold
     std::vector<double> x, y;
@@ -47,9 +32,6 @@ struct RunResult {
     std::optional<Failure> failure;     // reported through a callback
     bool overran = false;               // Execute wrote past `room`
 };
-
-// Sets every field of the record through its exported setter.
-void FillArgs(QmResamplingArgs* args, const RunRequest& request);
 
 // Owns what a managed caller keeps for one series: the engine of its type
 // pair, a ResamplingArgs and the index vector, all reused run after run.
@@ -78,6 +60,7 @@ public:
 
         FillArgs(args_, request);
         result.actualMode = CSharp_ExtremeResamplingHelpersWrapper_GetActualResampling(args_);
+        result.ran = ResolveModeInEffect(request, result.actualMode);
         // Execute appends behind what the vector holds; a new frame starts empty.
         CSharp_IntVector_Clear(indices_);
         result.room = Api::UpdateIndices(engine_, indices_, x, y, result.actualMode, args_);

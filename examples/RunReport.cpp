@@ -30,10 +30,14 @@ void PrintRunLine(const std::string& layout, std::int32_t requestedMode, const R
     if (!check.ascending) checks += ", indices out of order";
     if (check.spikesExpected > 0)
         checks += ", spikes kept " + std::to_string(check.spikesKept) + "/" + std::to_string(check.spikesExpected);
+    if (check.gapsExpected > 0)
+        checks += ", gaps kept " + std::to_string(check.gapsKept) + "/" + std::to_string(check.gapsExpected);
+    checks += check.bridges == 0 ? ", no gap bridged" : ", " + std::to_string(check.bridges) + " GAPS BRIDGED";
     if (run.overran) checks += ", WROTE PAST THE ROOM (" + std::to_string(run.room) + ")";
     if (!note.empty()) checks += ", " + note;
+    if (!run.ran.why.empty()) checks += "; " + run.ran.why;
     std::printf("%-16s %-9s %-9s %12s %11s %10.2f  %s\n", layout.c_str(), ModeName(requestedMode),
-                ModeName(run.actualMode), Grouped(run.pointsIn).c_str(),
+                ModeName(run.ran.mode), Grouped(run.pointsIn).c_str(),
                 Grouped(static_cast<long long>(run.indices.size())).c_str(), run.milliseconds, checks.c_str());
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace demo {
@@ -28,6 +29,7 @@ private:
 constexpr double kSpacing = 0.01;     // X units between neighbours (seconds, say)
 constexpr int kSpikePairs = 12;       // outliers up and down, spread over the series
 constexpr double kSpikeHeight = 9.0;  // far beyond the signal's own range of about +-4
+constexpr double kHoleAt = 0.35;      // the hole in unevenX, as a share of the series
 
 void FillSignal(GeneratedSeries& s, Random& random) {
     const auto n = static_cast<std::int32_t>(s.y.size());
@@ -68,7 +70,7 @@ void FillX(GeneratedSeries& s, Random& random) {
     for (std::int32_t i = 0; i < n; ++i) s.evenX[i] = i * kSpacing;
     // Uneven: each gap between 0.25 and 1.75 spacings, and after holeAfter a
     // jump of 4 % of the whole range, so a band of pixel columns has no point.
-    s.holeAfter = static_cast<std::int32_t>(n * 0.35);
+    s.holeAfter = static_cast<std::int32_t>(n * kHoleAt);
     const double hole = 0.04 * n * kSpacing;
     double x = 0.0;
     for (std::int32_t i = 0; i < n; ++i) {
@@ -76,6 +78,38 @@ void FillX(GeneratedSeries& s, Random& random) {
         x += kSpacing * (0.25 + 1.5 * random.Unit());
         if (i == s.holeAfter) x += hole;
     }
+}
+
+// Dropouts of every size: single NaNs and a short one inside the visible
+// stretch of mode None, some a few pixels wide at full view, one in the zoom
+// on the hole, and one long outage. A dropout that would swallow a spike
+// starts after it instead, so every spike stays to be found.
+void PlaceDropouts(GeneratedSeries& s) {
+    const auto n = static_cast<std::int32_t>(s.y.size());
+    const auto share = [n](double f) { return static_cast<std::int32_t>(n * f); };
+    const auto length = [n](std::int32_t divisor) { return std::max(1, n / divisor); };
+    struct Planned {
+        std::int32_t begin, size;
+    };
+    const Planned planned[] = {
+        {s.upSpikes[1] + 120, 1},
+        {s.upSpikes[1] + 260, 4},
+        {share(0.12), 1},
+        {share(kHoleAt) - length(60), length(1000)},
+        {share(0.50), length(400)},
+        {share(0.78), length(40)},
+    };
+    std::vector<std::int32_t> spikes = s.upSpikes;
+    spikes.insert(spikes.end(), s.downSpikes.begin(), s.downSpikes.end());
+    std::sort(spikes.begin(), spikes.end());
+    for (const Planned& plan : planned) {
+        GapRun gap{plan.begin, plan.begin + plan.size};
+        for (std::int32_t at : spikes)
+            if (at >= gap.begin && at < gap.end) gap = {at + 1, at + 1 + plan.size};
+        gap.end = std::min(gap.end, n - 1);  // the last point stays real
+        std::fill(s.y.begin() + gap.begin, s.y.begin() + gap.end, std::numeric_limits<double>::quiet_NaN());
+    }
+    s.dropouts = FindGapRuns(s.y);
 }
 
 }  // namespace
@@ -88,6 +122,7 @@ GeneratedSeries GenerateSeries(std::int32_t points) {
     Random random(20240102);
     FillSignal(s, random);
     PlaceSpikes(s, random);
+    PlaceDropouts(s);
     FillX(s, random);
     return s;
 }

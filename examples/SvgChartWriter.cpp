@@ -19,7 +19,6 @@ constexpr double kTitleHeight = 30.0;   // above the first lane of a panel
 constexpr double kLaneHeight = 120.0;   // one lane per mode: band plus that mode's line
 constexpr double kLaneGap = 8.0;
 constexpr double kFooterHeight = 60.0;  // below the last lane: X labels and legend
-constexpr double kGapColumns = 3.0;     // a jump wider than this many columns is a hole: the line breaks
 
 struct ModeStyle {
     const char* colour;
@@ -101,13 +100,33 @@ private:
     void PaintLane(std::ostream& out, const ChartLine& line, double laneTop) const {
         out << "<rect x=\"" << kLeft << "\" y=\"" << Number(laneTop) << "\" width=\"" << width_ << "\" height=\""
             << kLaneHeight << "\" class=\"frame\"/>\n";
+        PaintGapColumns(out, laneTop);
         PaintYAxis(out, laneTop);
         PaintBand(out, laneTop);
         PaintLine(out, line, laneTop);
-        const std::string label = std::string(ModeName(line.mode)) + ": " +
-                                  Grouped(static_cast<long long>(line.run->indices.size())) + " points";
         out << "<text x=\"" << kLeft + 8 << "\" y=\"" << Number(laneTop + 16) << "\" class=\"lane\" fill=\""
-            << StyleOf(line.mode).colour << "\">" << Escape(label) << "</text>\n";
+            << StyleOf(line.mode).colour << "\">" << Escape(LaneLabel(line)) << "</text>\n";
+    }
+
+    // The mode asked for, and the one that ran if it differs, with the reason.
+    static std::string LaneLabel(const ChartLine& line) {
+        const RunResult& run = *line.run;
+        std::string label = ModeName(line.mode);
+        if (run.failure) return label + ": FAILED: " + run.failure->message;
+        if (run.ran.mode != line.mode) label += std::string(" ran as ") + ModeName(run.ran.mode);
+        label += ": " + Grouped(static_cast<long long>(run.indices.size())) + " points";
+        if (!run.ran.why.empty()) label += " (" + run.ran.why + ")";
+        return label;
+    }
+
+    // Columns that a NaN gap of the source touches, full height in pale red:
+    // the line must break in each of them.
+    void PaintGapColumns(std::ostream& out, double laneTop) const {
+        out << "<path class=\"gapcol\" d=\"";
+        for (std::int32_t c = 0; c < p_.envelope.width; ++c)
+            if (p_.envelope.gap[c])
+                out << 'M' << Number(kLeft + c + 0.5) << ' ' << Number(laneTop) << 'v' << kLaneHeight;
+        out << "\"/>\n";
     }
 
     void PaintYAxis(std::ostream& out, double laneTop) const {
@@ -136,15 +155,17 @@ private:
         const ModeStyle style = StyleOf(line.mode);
         out << "<path fill=\"none\" stroke=\"" << style.colour << "\" stroke-width=\"" << style.width
             << "\" stroke-linejoin=\"round\" d=\"";
+        // A NaN point ends the stroke and the next number starts a new one,
+        // so a gap is never drawn as a line across it.
         bool open = false;
-        double lastPx = 0.0;
         for (std::size_t k = 0; k < line.run->indices.size(); ++k) {
             if (line.run->indices[k] < 0) continue;  // a point the library could not place; reported on the console
-            const double px = Px(line.run->x[k]);
-            out << (open && px - lastPx <= kGapColumns ? 'L' : 'M') << Number(px) << ' '
-                << Number(Py(line.run->y[k], laneTop));
+            if (std::isnan(line.run->y[k])) {
+                open = false;
+                continue;
+            }
+            out << (open ? 'L' : 'M') << Number(Px(line.run->x[k])) << ' ' << Number(Py(line.run->y[k], laneTop));
             open = true;
-            lastPx = px;
         }
         out << "\"/>\n";
     }
@@ -160,8 +181,9 @@ private:
         const double y = footerTop + 40;
         out << "<rect x=\"" << kLeft << "\" y=\"" << y - 10 << "\" width=\"24\" height=\"12\" class=\"bandkey\"/>"
             << "<text x=\"" << kLeft + 30 << "\" y=\"" << y
-            << "\">grey: the raw data's min/max in each pixel column; line: the resampled points of the mode "
-               "(grey left showing above MinMax or Max, or below MinMax or Min, would be a lost extreme)</text>\n";
+            << "\">grey: the raw data's min/max in each pixel column; pale red: columns with a NaN gap, where "
+               "the line must break; line: the resampled points of the mode (grey left showing above MinMax or "
+               "Max, or below MinMax or Min, would be a lost extreme)</text>\n";
     }
 
     const ChartPanel& p_;
@@ -186,7 +208,8 @@ bool WriteSvgChart(const std::string& path, const std::string& heading, const st
         << "\" viewBox=\"0 0 " << width << ' ' << height << "\" font-family=\"sans-serif\" font-size=\"13\">\n"
         << "<style>.title{font-size:15px;font-weight:bold}.frame{fill:#fff;stroke:#999}"
            ".grid{stroke:#ddd}.ylabel{text-anchor:end;fill:#555}.xlabel{fill:#555}.end{text-anchor:end}"
-           ".band{stroke:#c4c4c4;stroke-width:1;fill:none}.bandkey{fill:#c4c4c4}.lane{font-weight:bold}</style>\n"
+           ".band{stroke:#c4c4c4;stroke-width:1;fill:none}.bandkey{fill:#c4c4c4}"
+           ".gapcol{stroke:#f6c6c6;stroke-width:1;fill:none}.lane{font-weight:bold}</style>\n"
         << "<rect width=\"100%\" height=\"100%\" fill=\"#fafafa\"/>\n"
         << "<text x=\"" << kLeft << "\" y=\"30\" font-size=\"18\">" << Escape(heading) << "</text>\n";
     double top = kHeadingHeight;

@@ -31,8 +31,9 @@ std::vector<std::int32_t> Within(const std::vector<std::int32_t>& spikes, std::i
 }
 
 Layout WholeSeries(std::string name, std::int32_t data, const std::vector<double>& x, const GeneratedSeries& s) {
-    Layout layout{std::move(name), {}, &x, &s.y, s.upSpikes, s.downSpikes};
+    Layout layout{std::move(name), {}, &x, &s.y, s.upSpikes, s.downSpikes, &s.dropouts};
     layout.request.data = data;
+    layout.request.hasNaN = true;  // the dropouts: NaN-aware strategies
     layout.request.startIndex = 0;
     layout.request.endIndex = static_cast<std::int32_t>(x.size()) - 1;
     layout.request.viewportWidth = kViewportWidth;
@@ -50,8 +51,10 @@ Layout ZoomOnHole(const GeneratedSeries& s) {
     const double maxX = x[static_cast<std::size_t>(s.holeAfter) + 1] + 0.03 * range;
     const auto first = static_cast<std::int32_t>(std::lower_bound(x.begin(), x.end(), minX) - x.begin());
     const auto last = static_cast<std::int32_t>(std::upper_bound(x.begin(), x.end(), maxX) - x.begin()) - 1;
-    Layout layout{"Uneven zoom", {}, &x, &s.y, Within(s.upSpikes, first, last), Within(s.downSpikes, first, last)};
+    Layout layout{"Uneven zoom", {}, &x, &s.y, Within(s.upSpikes, first, last), Within(s.downSpikes, first, last),
+                  &s.dropouts};
     layout.request.data = kUnevenlySpaced;
+    layout.request.hasNaN = true;
     layout.request.startIndex = first;
     layout.request.endIndex = last;
     layout.request.viewportWidth = kViewportWidth;
@@ -74,6 +77,13 @@ ChartPanel Panel(std::string title, const Layout& layout, const std::vector<RunR
     return panel;
 }
 
+std::string DescribeDropouts(const std::vector<GapRun>& dropouts) {
+    std::string text;
+    for (const GapRun& gap : dropouts)
+        text += (text.empty() ? "" : ", ") + Grouped(gap.end - gap.begin) + " at " + Grouped(gap.begin);
+    return std::to_string(dropouts.size()) + " NaN dropouts (" + text + ")";
+}
+
 std::string Describe(const Layout& layout, const std::string& how) {
     return layout.name + ": " + how + ", " +
            Grouped(layout.request.endIndex - layout.request.startIndex + 1) + " points to " +
@@ -88,9 +98,11 @@ int RunSyntheticDemo(const DemoOptions& options) {
     const auto n = static_cast<std::int32_t>(s.y.size());
     // Stored as a full ring whose oldest point is not at slot 0.
     const RingBuffer ring = StoreAsRing(s.evenX, s.y, n / 3 + 7);
-    std::printf("Generated %s points in %.2f s: %zu spikes up, %zu down, flat stretch %s..%s, hole in X after %s\n\n",
+    std::printf("Generated %s points in %.2f s: %zu spikes up, %zu down, flat stretch %s..%s, hole in X after %s,\n"
+                "%s. Every run sets HasNaN: the NaN-aware strategies keep each gap as a NaN point.\n\n",
                 Grouped(n).c_str(), Seconds(started), s.upSpikes.size(), s.downSpikes.size(),
-                Grouped(s.flatBegin).c_str(), Grouped(s.flatEnd - 1).c_str(), Grouped(s.holeAfter).c_str());
+                Grouped(s.flatBegin).c_str(), Grouped(s.flatEnd - 1).c_str(), Grouped(s.holeAfter).c_str(),
+                DescribeDropouts(s.dropouts).c_str());
 
     Resampler<double> resampler;  // engine, args and index vector, reused by every run
     const Layout linear = WholeSeries("Linear", kLinear, s.evenX, s);
@@ -122,8 +134,8 @@ int RunSyntheticDemo(const DemoOptions& options) {
         Panel(Describe(zoom, "the hole up close"), zoom, zoomRuns),
     };
     std::string error;
-    if (!WriteSvgChart(options.svgPath, "QuillmapCore demo: resampled lines over the raw min/max band", panels,
-                       error)) {
+    if (!WriteSvgChart(options.svgPath, "QuillmapCore demo: NaN-aware resampled lines over the raw min/max band",
+                       panels, error)) {
         std::fprintf(stderr, "quillmap_demo: %s\n", error.c_str());
         return 1;
     }

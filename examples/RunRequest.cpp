@@ -1,4 +1,4 @@
-#include "ResamplingRun.h"
+#include "RunRequest.h"
 
 namespace demo {
 
@@ -34,7 +34,7 @@ void FillArgs(QmResamplingArgs* args, const RunRequest& request) {
     CSharp_ResamplingArgs_MaxXInclusive_set(args, request.maxX);
     CSharp_ResamplingArgs_InputSize_set(args, request.inputSize);
     CSharp_ResamplingArgs_InputBaseIndex_set(args, request.inputBaseIndex);
-    CSharp_ResamplingArgs_HasNaN_set(args, 0);  // the demo's data never holds NaN
+    CSharp_ResamplingArgs_HasNaN_set(args, request.hasNaN ? 1 : 0);
     CSharp_ResamplingArgs_ZeroLineY_set(args, request.zeroLineY);
 }
 
