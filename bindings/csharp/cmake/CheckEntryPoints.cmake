@@ -4,8 +4,12 @@
 # declaration and the C declaration agree on the result and on the count and
 # width of the parameters.
 #   -DPINVOKE=<generated QuillmapCorePINVOKE.cs> -DHEADER=... -DINCLUDE_DIR=...
-#   -DCC=<C compiler> -DLIBRARY=<shared library>
+#   -DCC=<C compiler> -DLIBRARY=<shared library> -DEXPORT_CHECK=<CheckExports.cmake>
 cmake_minimum_required(VERSION 3.25)
+
+# The library's symbols against the header, by the library's own check:
+# after it, the names the header declares are the names the library exports.
+include(${EXPORT_CHECK})
 
 # Width class of one type: ptr, void, f32, f64 or i8..i64. A marshalled bool
 # is a 32-bit integer; references, handles and delegates are pointers.
@@ -81,7 +85,7 @@ if(NOT rc EQUAL 0)
 endif()
 string(REGEX REPLACE "\\(\\*[A-Za-z]+\\)\\([^)]*\\)" "" pre "${pre}")  # function pointer typedefs
 string(REGEX MATCHALL "[A-Za-z0-9_ \t\r\n*]+[ \t\r\n*](CSharp_[A-Za-z0-9_]+|SWIGRegister[A-Za-z]+_QuillmapCore)[ \t\r\n]*\\([^)]*\\)" hdecls "${pre}")
-set(declared "")
+set(header_names "")
 foreach(d IN LISTS hdecls)
   string(REGEX REPLACE "^(.*[ \t\r\n*])((CSharp_|SWIGRegister)[A-Za-z0-9_]+)[ \t\r\n]*\\((.*)\\)$" "\\1" ret "${d}")
   string(REGEX REPLACE "^(.*[ \t\r\n*])((CSharp_|SWIGRegister)[A-Za-z0-9_]+)[ \t\r\n]*\\((.*)\\)$" "\\2" name "${d}")
@@ -90,41 +94,22 @@ foreach(d IN LISTS hdecls)
   string(REGEX REPLACE "[ \t\r\n]+" " " ret "${ret}")
   signature("${ret}" "${params}" sig)
   set(hdr_${name} "${sig}")
-  list(APPEND declared ${name})
-endforeach()
-
-# Library side.
-execute_process(COMMAND nm -D --defined-only ${LIBRARY} OUTPUT_VARIABLE nm_out RESULT_VARIABLE rc)
-if(NOT rc EQUAL 0)
-  message(FATAL_ERROR "nm failed on ${LIBRARY}")
-endif()
-string(REGEX MATCHALL "[ \t][TtWwDdBbRrVvi] [A-Za-z_][A-Za-z0-9_]*" entries "${nm_out}")
-set(exported "")
-foreach(e IN LISTS entries)
-  string(REGEX REPLACE "^[ \t][A-Za-z] " "" name "${e}")
-  list(APPEND exported ${name})
+  list(APPEND header_names ${name})
 endforeach()
 
 set(problems "")
-foreach(kind IN ITEMS generated declared exported)
-  list(REMOVE_DUPLICATES ${kind})
-  list(SORT ${kind})
-  list(LENGTH ${kind} n_${kind})
-endforeach()
-foreach(pair IN ITEMS "generated;declared" "generated;exported" "declared;exported")
-  list(GET pair 0 a)
-  list(GET pair 1 b)
-  set(only ${${a}})
-  list(REMOVE_ITEM only ${${b}})
-  if(only)
-    string(APPEND problems "${a} but not ${b}: ${only}\n")
-  endif()
-  set(only ${${b}})
-  list(REMOVE_ITEM only ${${a}})
-  if(only)
-    string(APPEND problems "${b} but not ${a}: ${only}\n")
-  endif()
-endforeach()
+list(REMOVE_DUPLICATES generated)
+list(LENGTH generated n_generated)
+set(only ${generated})
+list(REMOVE_ITEM only ${header_names})
+if(only)
+  string(APPEND problems "generated but not declared: ${only}\n")
+endif()
+set(only ${header_names})
+list(REMOVE_ITEM only ${generated})
+if(only)
+  string(APPEND problems "declared but not generated: ${only}\n")
+endif()
 foreach(name IN LISTS generated)
   if(DEFINED hdr_${name} AND NOT gen_${name} STREQUAL hdr_${name})
     string(APPEND problems "${name}: generated ${gen_${name}}, header ${hdr_${name}}\n")
