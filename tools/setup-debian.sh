@@ -3,7 +3,8 @@
 # nothing when it is all there already.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ make pkg-config binutils libgtest-dev libgmock-dev libbenchmark-dev)
+packages=(cmake ninja-build g++ make pkg-config binutils libgtest-dev libgmock-dev libbenchmark-dev
+  swig mono-mcs mono-runtime)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
