@@ -17,7 +17,18 @@
 
 #include "QuillmapTypes.h"
 
-#if defined(__GNUC__) || defined(__clang__)
+/* The library's own sources define QM_BUILDING_CORE; code that links the
+ * objects statically (the internal tests) defines QM_STATIC. Everyone else
+ * is a consumer of the shared library. */
+#if defined(_WIN32) || defined(__CYGWIN__)
+#if defined(QM_BUILDING_CORE)
+#define QM_API __declspec(dllexport)
+#elif defined(QM_STATIC)
+#define QM_API
+#else
+#define QM_API __declspec(dllimport)
+#endif
+#elif defined(__GNUC__) || defined(__clang__)
 #define QM_API __attribute__((visibility("default")))
 #else
 #define QM_API
