@@ -61,24 +61,10 @@ public:
                 },
                 [&] { return output.Full(); });
         } else {
-            std::int32_t slotStart = layout.Slot(args.StartIndex);
-            auto reduce = [&](std::int32_t, std::int32_t end) {
-                const std::int32_t slotEnd = layout.Slot(end);
-                ReduceBucket(x, y, output, layout.Range(slotStart, slotEnd));
-                slotStart = slotEnd;
-            };
             const std::int32_t budget = WalkBudget(args, step, output, MaxPointsPerBucket());
-            if constexpr (kData == Category) {
-                const double first = FirstBoundaryAbove(static_cast<double>(args.StartIndex), step);
-                WalkEvenGrid(args, first, step, budget, CategoryPrediction{}, reduce);
-            } else {
-                if (!(args.StartIndex < WrappingAdd(args.EndIndex, 1))) return;
-                const double base = ToDouble(x[layout.Slot(args.StartIndex)]);
-                const double last = ToDouble(x[layout.Slot(args.EndIndex)]);
-                const double spacing = MeanSpacing(base, last, args.StartIndex, args.EndIndex);
-                WalkEvenGrid(args, FirstBoundaryAbove(base, step), step, budget,
-                             LinearPrediction{args.StartIndex, base, spacing}, reduce);
-            }
+            WalkEvenBuckets<kData>(x, args, layout, step, budget, [&](std::int32_t start, std::int32_t end) {
+                ReduceBucket(x, y, output, layout.Range(start, end));
+            });
         }
     }
 

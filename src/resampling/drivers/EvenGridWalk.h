@@ -14,8 +14,10 @@
 
 #include <cstdint>
 
+#include "model/ElementTypes.h"
 #include "model/Int32Arithmetic.h"
 #include "model/ResamplingArgs.h"
+#include "resampling/buckets/Grid.h"
 
 namespace qm {
 
@@ -57,6 +59,30 @@ struct CategoryPrediction {
 // Mean spacing of X from the two ends of the visible stretch only.
 inline double MeanSpacing(double first, double last, std::int32_t startIndex, std::int32_t endIndex) {
     return (last - first) / static_cast<double>(WrappingSub(endIndex, startIndex));
+}
+
+// The walk of a Linear or Category run over any layout: `bucket(startSlot,
+// endSlot)` for each bucket. A Linear axis reads X only at StartIndex and
+// EndIndex, a Category axis never.
+template <ResamplingData kData, class TX, class Layout, class Bucket>
+void WalkEvenBuckets(const TX* x, const ResamplingArgs& args, const Layout& layout, double step, std::int32_t budget,
+                     Bucket&& bucket) {
+    std::int32_t slotStart = layout.Slot(args.StartIndex);
+    auto walked = [&](std::int32_t, std::int32_t end) {
+        const std::int32_t slotEnd = layout.Slot(end);
+        bucket(slotStart, slotEnd);
+        slotStart = slotEnd;
+    };
+    if constexpr (kData == Category) {
+        const double first = FirstBoundaryAbove(static_cast<double>(args.StartIndex), step);
+        WalkEvenGrid(args, first, step, budget, CategoryPrediction{}, walked);
+    } else if (args.StartIndex < WrappingAdd(args.EndIndex, 1)) {
+        const double base = ToDouble(x[layout.Slot(args.StartIndex)]);
+        const double last = ToDouble(x[layout.Slot(args.EndIndex)]);
+        const double spacing = MeanSpacing(base, last, args.StartIndex, args.EndIndex);
+        WalkEvenGrid(args, FirstBoundaryAbove(base, step), step, budget,
+                     LinearPrediction{args.StartIndex, base, spacing}, walked);
+    }
 }
 
 }  // namespace qm

@@ -57,23 +57,7 @@ public:
                 [&](std::int32_t lastBeforeGap) { output.Append(lastBeforeGap); }, [] { return false; });
         } else {
             const std::int32_t cells = GridBucketCount(args, step);
-            const std::int32_t budget = cells > 0 ? cells : 0;
-            std::int32_t slotStart = layout.Slot(args.StartIndex);
-            auto walked = [&](std::int32_t, std::int32_t end) {
-                const std::int32_t slotEnd = layout.Slot(end);
-                split(slotStart, slotEnd);
-                slotStart = slotEnd;
-            };
-            if constexpr (kData == Category) {
-                const double first = FirstBoundaryAbove(static_cast<double>(args.StartIndex), step);
-                WalkEvenGrid(args, first, step, budget, CategoryPrediction{}, walked);
-            } else if (args.StartIndex < WrappingAdd(args.EndIndex, 1)) {
-                const double base = ToDouble(x[layout.Slot(args.StartIndex)]);
-                const double last = ToDouble(x[layout.Slot(args.EndIndex)]);
-                const double spacing = MeanSpacing(base, last, args.StartIndex, args.EndIndex);
-                WalkEvenGrid(args, FirstBoundaryAbove(base, step), step, budget,
-                             LinearPrediction{args.StartIndex, base, spacing}, walked);
-            }
+            WalkEvenBuckets<kData>(x, args, layout, step, cells > 0 ? cells : 0, split);
         }
         return indices.size();
     }
