@@ -15,7 +15,6 @@ namespace {
 
 using Doubles = std::vector<double>;
 
-void ExpectNullReference(const char* message) { ExpectOneReport(Report::Kind::Exception, 7, message, std::nullopt); }
 
 // What a row expects: a NullReferenceException (code 7), an
 // ApplicationException (code 0), or no report at all.
