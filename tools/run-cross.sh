@@ -14,18 +14,8 @@ jobs="${QM_CROSS_JOBS:-2}"
 nice=(nice -n 15)
 
 # --- what the cross builds need -------------------------------------------
-packages=(cmake ninja-build g++-mingw-w64-x86-64-posix wine64 qemu-user g++-aarch64-linux-gnu googletest)
-missing=()
-for p in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
-done
-if ((${#missing[@]})); then
-  echo "Installing: ${missing[*]}"
-  sudo=""
-  [ "$(id -u)" -eq 0 ] || sudo="sudo"
-  $sudo apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
-fi
+"$root/tools/install-packages.sh" cmake ninja-build g++-mingw-w64-x86-64-posix wine64 qemu-user \
+  g++-aarch64-linux-gnu googletest
 wine64="$(command -v wine64 || echo /usr/lib/wine/wine64)"
 launcher=()
 if command -v ccache >/dev/null; then
