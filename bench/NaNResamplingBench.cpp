@@ -15,6 +15,7 @@
 
 #include "BenchFailures.h"
 #include "RatioReporter.h"
+#include "RunExports.h"
 #include "SeriesArrays.h"
 #include "SumBaseline.h"
 #include "quillmap/QuillmapCore.h"
@@ -25,20 +26,6 @@ namespace {
 
 constexpr std::int32_t kViewportWidth = 1920;
 
-template <class YT>
-struct RunExports;
-
-#define BENCH_RUN_EXPORTS_(YW, YT)                                                                \
-    template <>                                                                                   \
-    struct RunExports<YT> {                                                                       \
-        using Engine = QmExtremeResamplerDouble##YW;                                              \
-        static Engine* Create() { return CSharp_new_ExtremeResamplerDouble##YW(); }               \
-        static constexpr auto UpdateIndices = &CSharp_ExtremeResamplerDouble##YW##_UpdateIndices; \
-        static constexpr auto Execute = &CSharp_ExtremeResamplerDouble##YW##_Execute;             \
-    };
-BENCH_RUN_EXPORTS_(Double, double)
-BENCH_RUN_EXPORTS_(Single, float)
-#undef BENCH_RUN_EXPORTS_
 
 // The random walk of the other benchmarks with NaN runs of 1 to 199 points
 // laid over it until 1 % of the points are NaN.

@@ -12,6 +12,7 @@
 #include "BenchFailures.h"
 #include "IsaCases.h"
 #include "RatioReporter.h"
+#include "RunExports.h"
 #include "SeriesArrays.h"
 #include "SumBaseline.h"
 #include "quillmap/QuillmapCore.h"
@@ -22,20 +23,6 @@ namespace {
 
 constexpr std::int32_t kViewportWidth = 1920;
 
-template <class YT>
-struct RunExports;
-
-#define BENCH_RUN_EXPORTS_(YW, YT)                                                                        \
-    template <>                                                                                           \
-    struct RunExports<YT> {                                                                               \
-        using Engine = QmExtremeResamplerDouble##YW;                                                      \
-        static Engine* Create() { return CSharp_new_ExtremeResamplerDouble##YW(); }                       \
-        static constexpr auto UpdateIndices = &CSharp_ExtremeResamplerDouble##YW##_UpdateIndices;         \
-        static constexpr auto Execute = &CSharp_ExtremeResamplerDouble##YW##_Execute;                     \
-    };
-BENCH_RUN_EXPORTS_(Double, double)
-BENCH_RUN_EXPORTS_(Int16, std::int16_t)
-#undef BENCH_RUN_EXPORTS_
 
 enum Data : std::int32_t { kLinear = 0, kCategory = 1, kUnevenlySpaced = 2 };
 

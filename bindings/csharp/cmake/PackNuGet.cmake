@@ -7,7 +7,7 @@ cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK_DIR})
 file(MAKE_DIRECTORY ${WORK_DIR}/lib/netstandard2.0 ${WORK_DIR}/_rels)
 
-configure_file(${TEMPLATE_DIR}/QuillmapCore.nuspec.in ${WORK_DIR}/QuillmapCore.nuspec @ONLY)
+configure_file(${TEMPLATE_DIR}/PackageManifest.xml.in ${WORK_DIR}/QuillmapCore.nuspec @ONLY)
 configure_file(${TEMPLATE_DIR}/[Content_Types].xml ${WORK_DIR}/[Content_Types].xml COPYONLY)
 configure_file(${TEMPLATE_DIR}/rels.xml ${WORK_DIR}/_rels/.rels COPYONLY)
 file(COPY ${ASSEMBLY} DESTINATION ${WORK_DIR}/lib/netstandard2.0)
