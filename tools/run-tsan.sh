@@ -12,6 +12,6 @@ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_C_COMPILER=clang-14 -DCMAKE_CXX_CO
   -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG="-O1 -g" -DCMAKE_C_FLAGS_DEBUG="-O1 -g" \
   -DQM_TSAN=ON -DQM_WARNINGS_AS_ERRORS=ON -DQM_BUILD_BENCHMARKS=OFF -DQM_BUILD_EXAMPLES=OFF \
   "${launcher[@]}" >/dev/null
-cmake --build "$build" --target quillmap_interface_tests
+cmake --build "$build" --target quillmap_concurrency_tests
 TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1" \
-  "$build/tests/quillmap_interface_tests" --gtest_filter='ConcurrentRunsTest.*'
+  "$build/tests/quillmap_concurrency_tests"
