@@ -2,9 +2,9 @@
 # Builds everything (library, tests, demo, benchmarks, the .NET binding and
 # its NuGet package) with warnings as errors and runs the whole test suite,
 # the binding's C# tests under mono included. With --sanitize the build uses
-# AddressSanitizer and UndefinedBehaviorSanitizer, in its own folder (the
-# benchmarks, which no test runs, are left out there). mono
-# cannot load an instrumented library, so the C# tests are left out there.
+# AddressSanitizer and UndefinedBehaviorSanitizer, in its own folder; mono
+# cannot load an instrumented library, so the C# tests are left out there,
+# and so are the benchmarks, which no test runs.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 "$root/tools/setup-debian.sh"
