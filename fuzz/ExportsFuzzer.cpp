@@ -122,16 +122,12 @@ void FillArgs(Input& in, QmResamplingArgs* args) {
 template <class Engine, class TX, class TY, auto New, auto Delete, auto Update, auto Execute, auto Copy>
 struct Pair {
     static void Run(Input& in, State& state) {
-        // One element stands before X: a bucket whose seed no point beats
-        // yields position -1, and plain runs read X there by design (a
-        // known quirk of the reducers, not something the exports can see).
-        std::vector<TX> xStorage(kPoints + 1);
+        std::vector<TX> x(kPoints);
         std::vector<TY> y(kPoints), y1(kPoints);
-        for (auto& v : xStorage) v = Element<TX>(in);
+        for (auto& v : x) v = Element<TX>(in);
         for (auto& v : y) v = Element<TY>(in);
-        const std::vector<TX> x(xStorage.begin() + 1, xStorage.end());
         const std::uint8_t flags = in.Take<std::uint8_t>();
-        const TX* xp = flags & 1 ? nullptr : xStorage.data() + 1;
+        const TX* xp = flags & 1 ? nullptr : x.data();
         const TY* yp = flags & 2 ? nullptr : y.data();
         Engine* engine = flags & 4 ? nullptr : New();
         QmIntVector* indices = state.Vector(in);
