@@ -3,8 +3,9 @@
 // library, the call has to come back: no fault, no hang, no exception, no
 // write outside the arrays it was given. The harness only keeps its own
 // promises as a caller: pointers it passes point to arrays of the sizes it
-// knows, it never asks for more memory than a test machine has, and it calls
-// Execute with output arrays sized by the UpdateIndices before it.
+// knows, the indices it keeps in a vector point into them, it never asks for
+// more memory than a test machine has, and it calls Execute with output
+// arrays sized by the UpdateIndices before it.
 
 #include <algorithm>
 #include <cstddef>
@@ -141,6 +142,7 @@ struct Pair {
             const std::int32_t cells = qm::GridBucketCount(raw, qm::GridStep(raw));
             if (cells > kMaxReserve / 4) args = nullptr;
         }
+        if (indices != nullptr) KeepInsideTheArrays(indices);
         const std::int32_t reserved = Update(engine, indices, xp, yp, mode, args);
         if (reserved >= 0 && reserved <= kMaxReserve) {
             std::vector<double> outX(static_cast<std::size_t>(reserved)), outY(outX.size());
@@ -150,6 +152,17 @@ struct Pair {
         }
         CopyBack(in, x, y, y1);
         Delete(engine);
+    }
+
+    // A NaN-aware Execute gathers by every index in the vector, those held
+    // before the run included, and a plain array's length is the caller's
+    // to know: like CopyValuesByIndices it trusts them. So the indices a
+    // caller keeps point into its own arrays (negative ones gather NaN).
+    static void KeepInsideTheArrays(QmIntVector* indices) {
+        for (std::int32_t i = 0; i < CSharp_IntVector_size(indices); ++i) {
+            const std::int32_t index = CSharp_IntVector_getitem(indices, i);
+            if (index >= kPoints) CSharp_IntVector_setitem(indices, i, index % kPoints);
+        }
     }
 
     // CopyValuesByIndices over indices that map inside the arrays, unless
