@@ -140,7 +140,10 @@ struct Pair {
             // request for gigabytes; skip it rather than fail for memory.
             const auto& raw = *reinterpret_cast<const qm::ResamplingArgs*>(args);
             const std::int32_t cells = qm::GridBucketCount(raw, qm::GridStep(raw));
-            if (cells > kMaxReserve / 4) args = nullptr;
+            // So is a far negative count (width and range both reversed),
+            // which the wrapping multiply by the points per cell turns into
+            // a large positive one.
+            if (cells > kMaxReserve / 4 || (cells < -(1 << 28) && cells != INT32_MIN)) args = nullptr;
         }
         if (indices != nullptr) KeepInsideTheArrays(indices);
         const std::int32_t reserved = Update(engine, indices, xp, yp, mode, args);
