@@ -17,7 +17,7 @@
 #include "RatioReporter.h"
 #include "RunExports.h"
 #include "SeriesArrays.h"
-#include "SumBaseline.h"
+#include "SumBenchmark.h"
 #include "quillmap/QuillmapCore.h"
 
 namespace bench {
@@ -97,16 +97,7 @@ void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
 template <class YT>
 void RegisterY(const std::string& word) {
     const std::string sum = word + "/Sum";
-    benchmark::RegisterBenchmark(sum.c_str(), [](benchmark::State& state) {
-        const YT* y = WalkWithGaps<YT>();
-        const auto n = static_cast<std::size_t>(SeriesPoints());
-        for (auto _ : state) {
-            auto total = SumAll(y, n);
-            benchmark::DoNotOptimize(total);
-        }
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(n) *
-                                static_cast<std::int64_t>(sizeof(YT)));
-    })->Unit(benchmark::kMillisecond);
+    RegisterSumOfSeries<YT>(sum, &WalkWithGaps<YT>);
     for (const Layout& layout : kLayouts)
         for (const Mode& mode : kModes) {
             const std::string name = word + "/NaN/" + layout.name + "/" + mode.name;

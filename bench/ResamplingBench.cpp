@@ -14,7 +14,7 @@
 #include "RatioReporter.h"
 #include "RunExports.h"
 #include "SeriesArrays.h"
-#include "SumBaseline.h"
+#include "SumBenchmark.h"
 #include "quillmap/QuillmapCore.h"
 
 namespace bench {
@@ -138,16 +138,7 @@ std::int64_t HandMinMax(const YT* y, std::int32_t n) {
 template <class YT>
 void RegisterY(const std::string& word, const YT* (*yArray)()) {
     const std::string sum = word + "/Sum";
-    benchmark::RegisterBenchmark(sum.c_str(), [yArray](benchmark::State& state) {
-        const YT* y = yArray();
-        const auto n = static_cast<std::size_t>(SeriesPoints());
-        for (auto _ : state) {
-            auto total = SumAll(y, n);
-            benchmark::DoNotOptimize(total);
-        }
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(n) *
-                                static_cast<std::int64_t>(sizeof(YT)));
-    })->Unit(benchmark::kMillisecond);
+    RegisterSumOfSeries<YT>(sum, yArray);
     const std::string hand = word + "/HandMinMax";
     benchmark::RegisterBenchmark(hand.c_str(), [yArray](benchmark::State& state) {
         const YT* y = yArray();
