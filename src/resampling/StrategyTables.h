@@ -1,8 +1,8 @@
 #pragma once
 // The tables that map the shape of a run to a strategy, and the four steps
 // that fill them. Each step is one function template, defined and
-// instantiated for all type pairs in its own translation unit, so that the
-// strategy classes of the 120 pairs are compiled in parallel pieces.
+// instantiated for all type pairs in StrategyTables.cpp, so that the
+// strategy classes of the 120 pairs are compiled apart from the engine.
 
 #include <array>
 #include <memory>
@@ -15,6 +15,14 @@ namespace qm {
 
 template <class TX, class TY>
 using StrategyTable = std::array<std::shared_ptr<ResamplingMethod<TX, TY>>, kStrategyTableSize>;
+
+// A strategy in a table cell. The control block deletes through the base,
+// so all the strategies of a type pair share one kind of it.
+template <class TX, class TY, class Class, class... Args>
+std::shared_ptr<ResamplingMethod<TX, TY>> MakeStrategy(Args... args) {
+    using Base = ResamplingMethod<TX, TY>;
+    return std::shared_ptr<Base>(static_cast<Base*>(new Class(args...)), std::default_delete<Base>());
+}
 
 constexpr std::int32_t TableIndex(ResamplingData data, ResamplingMode mode) {
     return data * RESAMPLING_MODE_COUNT + mode;

@@ -13,7 +13,7 @@
 #include "arrayops/GenericArrayOperations.h"
 #include "resampling/ExtremeResampler.h"
 #include "resampling/ResamplingTestSupport.h"
-#include "resampling/drivers/BucketModeMethods.h"
+#include "resampling/ModeMethods.h"
 #include "resampling/drivers/PassThroughMethods.h"
 #include "support/FailingAllocator.h"
 
@@ -56,7 +56,7 @@ protected:
     Output Direct(ResamplingData data) {
         ResamplingArgs a = args;
         a.Data = data;
-        const Method method(&ops);
+        const typename Method::Class method(&ops, Method::kMode);
         return Resample(method, x.data(), y.data(), a);
     }
 

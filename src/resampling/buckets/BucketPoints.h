@@ -11,20 +11,19 @@
 #include <cstdint>
 #include <limits>
 
-#include "model/ElementTypes.h"
+#include "model/XAxis.h"
 #include "resampling/buckets/BucketOutput.h"
 #include "resampling/buckets/Reductions.h"
 
 namespace qm {
 
-template <class TX>
-double XAtPosition(const TX* x, std::int32_t position) {
-    return position < 0 ? std::numeric_limits<double>::quiet_NaN() : ToDouble(x[position]);
+inline double XAtPosition(const XAxis& x, std::int32_t position) {
+    return position < 0 ? std::numeric_limits<double>::quiet_NaN() : x.At(position);
 }
 
-template <class TX, bool kIndexAsX>
+template <bool kIndexAsX>
 struct PointEmitter {
-    const TX* x;
+    XAxis x;
 
     template <class Range>
     void Emit(BucketOutput& output, const Range& range, std::int32_t position, double yValue) const {

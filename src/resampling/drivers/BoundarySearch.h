@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "model/ElementTypes.h"
+#include "model/XAxis.h"
 
 namespace qm {
 
@@ -16,15 +16,14 @@ namespace qm {
 // lies near its start, so the reads stay close together instead of
 // spanning the whole remaining X. Every step moves forward, so it ends on
 // unsorted or NaN X too.
-template <class TX>
-std::int32_t SearchSortedRun(const TX* x, std::int32_t first, std::int32_t last, double boundary) {
-    if (ToDouble(x[first]) > boundary) return first;
-    if (boundary > ToDouble(x[last])) return last;
+inline std::int32_t SearchSortedRun(const XAxis& x, std::int32_t first, std::int32_t last, double boundary) {
+    if (x.At(first) > boundary) return first;
+    if (boundary > x.At(last)) return last;
     std::int32_t low = first;
     std::int32_t high = last;
     for (std::int32_t step = 1; step < last - first; step *= 2) {
         const std::int32_t probe = first + step;
-        if (!(boundary > ToDouble(x[probe]))) {
+        if (!(boundary > x.At(probe))) {
             high = probe;
             break;
         }
@@ -33,7 +32,7 @@ std::int32_t SearchSortedRun(const TX* x, std::int32_t first, std::int32_t last,
     }
     while (low < high) {
         const std::int32_t middle = low + (high - low) / 2;
-        if (boundary > ToDouble(x[middle]))
+        if (boundary > x.At(middle))
             low = middle + 1;
         else
             high = middle;
@@ -44,9 +43,8 @@ std::int32_t SearchSortedRun(const TX* x, std::int32_t first, std::int32_t last,
 // True when the point at `position` lies on or below the boundary and so
 // still belongs to the bucket it closes. Applied once only: of several
 // points on the boundary the later ones open the next bucket.
-template <class TX>
-bool ClosesBucket(const TX* x, std::int32_t position, double boundary) {
-    return boundary >= ToDouble(x[position]);
+inline bool ClosesBucket(const XAxis& x, std::int32_t position, double boundary) {
+    return boundary >= x.At(position);
 }
 
 }  // namespace qm

@@ -14,9 +14,9 @@
 
 #include <cstdint>
 
-#include "model/ElementTypes.h"
 #include "model/Int32Arithmetic.h"
 #include "model/ResamplingArgs.h"
+#include "model/XAxis.h"
 #include "resampling/buckets/Grid.h"
 
 namespace qm {
@@ -64,8 +64,8 @@ inline double MeanSpacing(double first, double last, std::int32_t startIndex, st
 // The walk of a Linear or Category run over any layout: `bucket(startSlot,
 // endSlot)` for each bucket. A Linear axis reads X only at StartIndex and
 // EndIndex, a Category axis never.
-template <ResamplingData kData, class TX, class Layout, class Bucket>
-void WalkEvenBuckets(const TX* x, const ResamplingArgs& args, const Layout& layout, double step, std::int32_t budget,
+template <ResamplingData kData, class Layout, class Bucket>
+void WalkEvenBuckets(const XAxis& x, const ResamplingArgs& args, const Layout& layout, double step, std::int32_t budget,
                      Bucket&& bucket) {
     std::int32_t slotStart = layout.Slot(args.StartIndex);
     auto walked = [&](std::int32_t, std::int32_t end) {
@@ -77,8 +77,8 @@ void WalkEvenBuckets(const TX* x, const ResamplingArgs& args, const Layout& layo
         const double first = FirstBoundaryAbove(static_cast<double>(args.StartIndex), step);
         WalkEvenGrid(args, first, step, budget, CategoryPrediction{}, walked);
     } else if (args.StartIndex < WrappingAdd(args.EndIndex, 1)) {
-        const double base = ToDouble(x[layout.Slot(args.StartIndex)]);
-        const double last = ToDouble(x[layout.Slot(args.EndIndex)]);
+        const double base = x.At(layout.Slot(args.StartIndex));
+        const double last = x.At(layout.Slot(args.EndIndex));
         const double spacing = MeanSpacing(base, last, args.StartIndex, args.EndIndex);
         WalkEvenGrid(args, FirstBoundaryAbove(base, step), step, budget,
                      LinearPrediction{args.StartIndex, base, spacing}, walked);

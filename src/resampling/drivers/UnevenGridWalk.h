@@ -20,16 +20,16 @@
 #include <cmath>
 #include <cstdint>
 
-#include "model/ElementTypes.h"
 #include "model/Int32Arithmetic.h"
 #include "model/ResamplingArgs.h"
+#include "model/XAxis.h"
 #include "resampling/buckets/Grid.h"
 #include "resampling/drivers/BoundarySearch.h"
 
 namespace qm {
 
-template <class TX, class Layout, class Bucket, class Gap, class Full>
-void WalkUnevenGrid(const TX* x, const ResamplingArgs& args, const Layout& layout, double step, Bucket&& bucket,
+template <class Layout, class Bucket, class Gap, class Full>
+void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& layout, double step, Bucket&& bucket,
                     Gap&& gap, Full&& full) {
     const std::int32_t endExclusive = WrappingAdd(args.EndIndex, 1);
     const std::int32_t cells = GridBucketCount(args, step);
@@ -46,7 +46,7 @@ void WalkUnevenGrid(const TX* x, const ResamplingArgs& args, const Layout& layou
         if (boundary <= lastBoundary && next > boundary && pass <= maxPasses) {
             const std::int32_t found = layout.Range(slot, ringEnd).NearestOfPieces(
                 [&](std::int32_t a, std::int32_t b) { return SearchSortedRun(x, a, b - 1, boundary); },
-                [&](std::int32_t p) { return std::fabs(ToDouble(x[p]) - boundary); });
+                [&](std::int32_t p) { return std::fabs(x.At(p) - boundary); });
             logicalEnd = layout.Logical(found);
             if (found != ringEnd && ClosesBucket(x, found, boundary)) logicalEnd = WrappingAdd(logicalEnd, 1);
         }

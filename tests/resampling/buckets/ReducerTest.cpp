@@ -54,7 +54,7 @@ Pts Reduce(const Source<TY, kIndexAsX>& points, const Range& range, double zeroL
     {
         BucketOutput output(xs, ys, indices, args);
         const Picks picks = qm::Reduce(kReduction, ops, points.y, range, zeroLine);
-        PointEmitter<double, kIndexAsX>{kX}.Emit(output, range, picks);
+        PointEmitter<kIndexAsX>{XAxis::Of(kX)}.Emit(output, range, picks);
     }
     Pts got;
     for (std::int32_t k = 0; k < indices.size(); ++k) got.push_back({xs[k], ys[k], indices[k]});

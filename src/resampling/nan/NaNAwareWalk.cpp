@@ -1,0 +1,62 @@
+#include "resampling/nan/NaNAwareWalk.h"
+
+#include <limits>
+
+#include "resampling/buckets/Grid.h"
+#include "resampling/drivers/EvenGridWalk.h"
+#include "resampling/drivers/UnevenGridWalk.h"
+#include "resampling/nan/NaNBucketOutput.h"
+#include "resampling/nan/NaNRuns.h"
+
+namespace qm {
+
+template <class TY, class Layout, ResamplingData kData>
+std::int32_t NaNAwareWalk<TY, Layout, kData>::UpdateIndices(const ArrayOperations<TY>& operations,
+                                                            Reduction reduction, IntVector& indices,
+                                                            const XAxis& x, const TY* y,
+                                                            const ResamplingArgs& args) {
+    const NaNBucketOutput output{&indices, &args};
+    const Layout layout = LayoutOf<Layout>(args);
+    const double step = GridStep(args);
+    auto split = [&](std::int32_t start, std::int32_t end) {
+        SplitAtNaN(y, layout, start, end, output, [&](const auto& run) {
+            const Picks picks = Reduce(reduction, operations, y, run, args.ZeroLineY);
+            for (std::int32_t k = 0; k < picks.count; ++k) output.Append(run.Order(picks.position[k]));
+        });
+    };
+    if constexpr (kData == UnevenlySpaced) {
+        WalkUnevenGrid(
+            x, args, layout, step,
+            [&](std::int32_t start, std::int32_t end, bool afterEmpty) {
+                if (afterEmpty) output.Append(layout.Logical(start));
+                split(start, end);
+            },
+            [&](std::int32_t lastBeforeGap) { output.Append(lastBeforeGap); }, [] { return false; });
+    } else {
+        const std::int32_t cells = GridBucketCount(args, step);
+        WalkEvenBuckets<kData>(x, args, layout, step, cells > 0 ? cells : 0, split);
+    }
+    return indices.size();
+}
+
+template <class TY, class Layout, ResamplingData kData>
+void NaNAwareWalk<TY, Layout, kData>::Execute(const XAxis& x, const TY* y, double* outX, double* outY,
+                                              const IntVector& indices, const ResamplingArgs& args) {
+    const Layout layout = LayoutOf<Layout>(args);
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    for (std::int32_t i = 0; i < indices.size(); ++i) {
+        const std::int32_t index = indices[i];
+        const std::int32_t slot = layout.Slot(index);
+        const bool readable = slot >= 0;
+        if constexpr (kData == Category)
+            outX[i] = static_cast<double>(index);
+        else
+            outX[i] = readable ? x.At(slot) : kNaN;
+        outY[i] = readable ? ToDouble(y[slot]) : kNaN;
+    }
+}
+
+QM_NAN_AWARE_WALKS_(template, double)
+QM_NAN_AWARE_WALKS_(template, float)
+
+}  // namespace qm
