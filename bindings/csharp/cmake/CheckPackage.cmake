@@ -1,7 +1,10 @@
 # Unpacks the .nupkg, checks its layout, then builds and runs a consumer
 # that takes the assembly and the native library from the unpacked package
-# and nowhere else.
-#   -DPACKAGE=... -DCONSUMER=<Program.cs> -DWORK_DIR=... -DMCS=... -DMONO=...
+# and nowhere else. RUNTIME_IDS lists the runtimes the package must carry
+# (linux-x64 and whatever the cross builds added); each native library must
+# sit under the name its loader looks for and be built for its runtime's
+# processor, read from its ELF or PE header.
+#   -DPACKAGE=... -DCONSUMER=<Program.cs> -DWORK_DIR=... -DMCS=... -DMONO=... -DRUNTIME_IDS=...
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK_DIR})
 file(MAKE_DIRECTORY ${WORK_DIR}/unpacked)
@@ -14,11 +17,27 @@ endmacro()
 
 run(${CMAKE_COMMAND} -E tar tf ${PACKAGE})
 message(STATUS "content of ${PACKAGE}:\n${out}")
-foreach(entry IN ITEMS "QuillmapCore.nuspec" "[Content_Types].xml" "lib/netstandard2.0/Quillmap.dll"
-                       "runtimes/linux-x64/native/libQuillmapCore.so")
-  string(FIND "${out}" "${entry}" at)
+set(listing "${out}")
+set(natives "")
+foreach(rid IN LISTS RUNTIME_IDS)
+  if(rid MATCHES "^win-")
+    list(APPEND natives "runtimes/${rid}/native/QuillmapCore.dll")
+  else()
+    list(APPEND natives "runtimes/${rid}/native/libQuillmapCore.so")
+  endif()
+endforeach()
+foreach(entry IN ITEMS "QuillmapCore.nuspec" "[Content_Types].xml" "lib/netstandard2.0/Quillmap.dll" ${natives})
+  string(FIND "${listing}" "${entry}" at)
   if(at EQUAL -1)
     message(FATAL_ERROR "the package lacks ${entry}")
+  endif()
+endforeach()
+# No native library beyond the expected ones: a stale one from an earlier
+# cross build would ship unnoticed.
+string(REPLACE "\n" ";" lines "${listing}")
+foreach(entry IN LISTS lines)
+  if(entry MATCHES "^runtimes/.*/native/." AND NOT entry IN_LIST natives)
+    message(FATAL_ERROR "the package carries an unexpected ${entry}")
   endif()
 endforeach()
 
@@ -26,6 +45,50 @@ execute_process(COMMAND ${CMAKE_COMMAND} -E tar xf ${PACKAGE} WORKING_DIRECTORY 
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "unpacking ${PACKAGE} failed")
 endif()
+
+# The processor a native library is built for, as "<format> <machine>", from
+# the ELF header (e_machine at byte 18) or the PE header (behind the offset
+# at byte 60: "PE\0\0", then the machine).
+function(read_le file offset bytes result)
+  file(READ "${file}" hex LIMIT ${bytes} OFFSET ${offset} HEX)
+  set(value "")
+  math(EXPR last "${bytes} - 1")
+  foreach(at RANGE 0 ${last})
+    math(EXPR from "2 * ${at}")
+    string(SUBSTRING "${hex}" ${from} 2 byte)
+    set(value "${byte}${value}")
+  endforeach()
+  set(${result} "${value}" PARENT_SCOPE)
+endfunction()
+function(native_machine file result)
+  file(READ "${file}" magic LIMIT 4 HEX)
+  if(magic STREQUAL "7f454c46")
+    read_le("${file}" 18 2 machine)
+    set(${result} "elf ${machine}" PARENT_SCOPE)
+  elseif(magic MATCHES "^4d5a")
+    read_le("${file}" 60 4 header)
+    math(EXPR header "0x${header}")
+    file(READ "${file}" signature LIMIT 4 OFFSET ${header} HEX)
+    math(EXPR at "${header} + 4")
+    read_le("${file}" ${at} 2 machine)
+    set(${result} "pe-${signature} ${machine}" PARENT_SCOPE)
+  else()
+    set(${result} "unknown ${magic}" PARENT_SCOPE)
+  endif()
+endfunction()
+set(expected_linux-x64 "elf 003e")
+set(expected_linux-arm64 "elf 00b7")
+set(expected_win-x64 "pe-50450000 8664")
+set(expected_win-arm64 "pe-50450000 aa64")
+foreach(entry IN LISTS natives)
+  string(REGEX MATCH "^runtimes/([^/]+)/" rid "${entry}")
+  set(rid "${CMAKE_MATCH_1}")
+  native_machine(${WORK_DIR}/unpacked/${entry} machine)
+  if(DEFINED expected_${rid} AND NOT machine STREQUAL expected_${rid})
+    message(FATAL_ERROR "${entry} is built for '${machine}', not for ${rid} ('${expected_${rid}}')")
+  endif()
+  message(STATUS "${entry}: ${machine}")
+endforeach()
 set(lib ${WORK_DIR}/unpacked/lib/netstandard2.0)
 set(native ${WORK_DIR}/unpacked/runtimes/linux-x64/native)
 run(${MCS} -nologo -target:exe -r:${lib}/Quillmap.dll -out:${WORK_DIR}/consumer.exe ${CONSUMER})
