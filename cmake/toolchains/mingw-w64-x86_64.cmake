@@ -19,10 +19,3 @@ find_program(QM_WINE64 NAMES wine64 PATHS /usr/lib/wine NO_CACHE)
 if(QM_WINE64)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${QM_WINE64})
 endif()
-
-# Indexing the symbols of a large PE object takes binutils seconds; ar would
-# index the archive and ranlib index it again, so ar leaves it to ranlib.
-foreach(lang C CXX)
-  set(CMAKE_${lang}_ARCHIVE_CREATE "<CMAKE_AR> qcS <TARGET> <LINK_FLAGS> <OBJECTS>")
-  set(CMAKE_${lang}_ARCHIVE_APPEND "<CMAKE_AR> qS <TARGET> <LINK_FLAGS> <OBJECTS>")
-endforeach()
