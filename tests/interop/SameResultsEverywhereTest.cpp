@@ -12,6 +12,7 @@
 // such a change brings its reason and the new number.
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -310,7 +311,13 @@ void Scans(Digest& digest, std::uint64_t seed) {
         for (const T v : data)
             if (v == v) sorted.push_back(v);
         if (sorted.empty()) continue;
-        std::stable_sort(sorted.begin(), sorted.end());
+        // -0 before +0, so that the order is one sequence whatever the sort.
+        std::sort(sorted.begin(), sorted.end(), [](T a, T b) {
+            if constexpr (std::is_floating_point_v<T>)
+                return a < b || (a == b && std::signbit(a) && !std::signbit(b));
+            else
+                return a < b;
+        });
         sorted.push_back(sorted.back());  // the sorted lookup may read one element past its range
         const auto m = static_cast<std::int32_t>(sorted.size()) - 1;
         digest.AddSigned(FindSorted(ops, sorted.data(), 0, m, sorted[static_cast<std::size_t>(draw.Below(m))]));
