@@ -1,9 +1,11 @@
 #pragma once
-// Plain, obviously correct versions of the bucket walks and reductions,
-// written from their rules with linear scans over logical indices, for the
-// randomized comparisons. A ring is described by where its seam falls in
-// logical indices; nothing here knows about slots.
+// Plain, obviously correct versions of the walks and reductions, written from
+// their rules with linear scans over logical indices, for the randomized
+// comparisons. A ring is known here only by where its seam (slot 0) falls in
+// logical indices; nothing here knows about slots. The grid arithmetic
+// itself is the library's, checked on its own by GridTest.
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
@@ -18,25 +20,20 @@ namespace qm::reference {
 // A stretch [start, end) to reduce, or (end == -1) one point kept as it is:
 // the edge of a gap in X.
 struct Step {
-    std::int32_t start;
-    std::int32_t end;
+    std::int32_t start, end;
 };
 
-inline std::int32_t Round(double v) { return static_cast<std::int32_t>(std::round(v)); }
-
-// Linear and Category: each grid boundary, rounded to an index (measured
-// with the mean spacing from the first point on a Linear axis), closes a
-// bucket; the last bucket is cut at EndIndex.
+// Linear and Category: each grid boundary, rounded to an index (measured with
+// the mean spacing from the first point on a Linear axis), closes a bucket;
+// the last bucket is cut at EndIndex.
 inline std::vector<Step> EvenWalk(bool category, const std::vector<double>& x, const ResamplingArgs& a) {
     std::vector<Step> steps;
     const std::int32_t s = a.StartIndex, e = a.EndIndex;
-    const double step = GridStep(a);
-    const double x0 = category ? s : x[s];
-    const double spacing = category ? 0 : (x[e] - x0) / (e - s);
+    const double step = GridStep(a), x0 = category ? s : x[s], spacing = category ? 0 : (x[e] - x0) / (e - s);
     double cur = SnapToGrid(x0, step) + step;
     for (std::int32_t pos = s; pos <= e; cur += step) {
-        std::int32_t last = category ? Round(cur) : s + Round((cur - x0) / spacing);
-        if (last > e) last = e;
+        const double at = category ? cur : (cur - x0) / spacing;
+        const std::int32_t last = std::min(e, (category ? 0 : s) + static_cast<std::int32_t>(std::round(at)));
         steps.push_back({pos, last + 1});
         pos = last + 1;
     }
@@ -44,9 +41,10 @@ inline std::vector<Step> EvenWalk(bool category, const std::vector<double>& x, c
 }
 
 // Unevenly spaced: the first point at or above a boundary closes its bucket,
-// and belongs to it when it lies on the boundary. In a ring whose seam (the
-// logical index of slot 0) falls inside what is left, each side of the seam
-// answers alone and the answer nearer the boundary wins, the older on a tie.
+// and belongs to it when it lies on the boundary. Where the seam of a ring
+// falls inside what is left, each side of it answers alone and the answer
+// nearer the boundary wins, the older on a tie. Empty buckets keep the edges
+// of their gap: the last point before it, the first point after it.
 inline std::vector<Step> UnevenWalk(const std::vector<double>& x, const ResamplingArgs& a, std::int32_t seam) {
     std::vector<Step> steps;
     const std::int32_t endEx = a.EndIndex + 1;
@@ -61,17 +59,13 @@ inline std::vector<Step> UnevenWalk(const std::vector<double>& x, const Resampli
     for (std::int32_t pos = a.StartIndex; pos < endEx; cur += step) {
         std::int32_t b = firstAtOrAbove(pos, endEx, cur);
         if (pos < seam && seam < endEx) {
-            const std::int32_t b1 = firstAtOrAbove(pos, seam, cur);
-            const std::int32_t b2 = firstAtOrAbove(seam, endEx, cur);
+            const std::int32_t b1 = firstAtOrAbove(pos, seam, cur), b2 = firstAtOrAbove(seam, endEx, cur);
             b = std::fabs(x[b1] - cur) > std::fabs(x[b2] - cur) ? b2 : b1;
         }
         if (cur >= x[b]) ++b;
-        if (b == pos) {
-            if (!afterEmpty) steps.push_back({pos - 1, -1});
-        } else {
-            if (afterEmpty) steps.push_back({pos, -1});
-            steps.push_back({pos, b});
-        }
+        if (b == pos && !afterEmpty) steps.push_back({pos - 1, -1});
+        if (b != pos && afterEmpty) steps.push_back({pos, -1});
+        if (b != pos) steps.push_back({pos, b});
         afterEmpty = b == pos;
         pos = b;
     }
@@ -81,55 +75,95 @@ inline std::vector<Step> UnevenWalk(const std::vector<double>& x, const Resampli
 struct Pick {
     std::int32_t index;
     double y;
-    bool found = true;  // false: a scan nobody beat
+    bool found;  // false: a scan nobody beat
 };
 
+// Which point a one-sided MinOrMax bucket keeps.
 enum class Sense { Farthest, Nearest };
 
-// One reduction of y[start, end), from its rule: strict comparisons against
+// One reduction of y[start, end) from its rule: strict comparisons against
 // the type's extreme values, so a NaN never wins and a position may stay -1
-// (reported as `minusOne`, its logical index in a ring).
+// (reported as `unbeaten`, the logical index of slot -1 in a ring).
 template <class TY>
 std::vector<Pick> Reduce(ResamplingMode mode, Sense sense, const std::vector<TY>& y, std::int32_t start,
-                         std::int32_t end, double zeroLine, std::int32_t minusOne = -1) {
+                         std::int32_t end, double zeroLine, std::int32_t unbeaten) {
     TY min = std::numeric_limits<TY>::max(), max = std::numeric_limits<TY>::lowest();
     std::int32_t minAt = -1, maxAt = -1;
     for (std::int32_t i = start; i < end; ++i) {
         if (y[i] < min) min = y[i], minAt = i;
         if (y[i] > max) max = y[i], maxAt = i;
     }
-    const Pick lo{minAt < 0 ? minusOne : minAt, static_cast<double>(min), minAt >= 0};
-    const Pick hi{maxAt < 0 ? minusOne : maxAt, static_cast<double>(max), maxAt >= 0};
-    auto both = [&]() -> std::vector<Pick> {
-        if (lo.index < hi.index) return {lo, hi};
-        if (hi.index < lo.index) return {hi, lo};
-        return {lo};
+    const Pick lo{minAt < 0 ? unbeaten : minAt, static_cast<double>(min), minAt >= 0};
+    const Pick hi{maxAt < 0 ? unbeaten : maxAt, static_cast<double>(max), maxAt >= 0};
+    const std::vector<Pick> both = lo.index < hi.index ? std::vector{lo, hi} : hi.index < lo.index ? std::vector{hi, lo} : std::vector{lo};
+    if (mode == Min) return {lo};
+    if (mode == Max) return {hi};
+    if (mode == MinMax) return both;
+    if (mode == MinOrMax) {
+        const bool below = zeroLine > lo.y && zeroLine > hi.y, above = lo.y > zeroLine && hi.y > zeroLine;
+        if (!below && !above) return both;
+        if (below == (sense == Sense::Farthest)) return {max > min ? lo : hi};  // the minimum
+        return {min > max ? lo : hi};                                         // the maximum
+    }
+    const double mid = static_cast<double>(static_cast<TY>(max + min)) * 0.5;
+    double best = DBL_MAX;
+    std::int32_t chosen = start;
+    for (std::int32_t i = start; i < end; ++i)
+        if (best > std::fabs(static_cast<double>(y[i]) - mid)) best = std::fabs(y[i] - mid), chosen = i;
+    return {{chosen, static_cast<double>(y[chosen]), true}};
+}
+
+struct Expectation {
+    std::vector<std::int32_t> indices;
+    std::vector<double> x, y;
+    bool predictable = true;
+};
+
+// The points a run of `mode` must produce over the logical series x, y:
+// each bucket's reduction; in a NaN-aware run each NaN-free stretch of a
+// bucket reduced on its own, one index (its first) for each NaN stretch, and
+// X and Y gathered by index, NaN where an index has no point. A plain
+// NaN-aware MinOrMax keeps the point nearest the zero line, all others the
+// farthest. In a ring an empty evenly spaced bucket is the whole ring to the
+// bucket walks, and so is, to the NaN-aware ones, an empty bucket at slot 0:
+// such runs are not `predictable` here.
+template <class TY>
+Expectation Expected(const std::vector<double>& x, const std::vector<TY>& y, const ResamplingArgs& a,
+                     ResamplingMode mode, bool nanAware) {
+    Expectation e;
+    const std::int32_t n = static_cast<std::int32_t>(y.size());
+    const bool ring = a.InputBaseIndex != 0, category = a.Data == Category;
+    const std::int32_t seam = ring ? a.InputSize - a.InputBaseIndex : INT32_MAX;
+    auto add = [&](std::int32_t i, double xv, double yv) {
+        e.indices.push_back(i), e.x.push_back(category ? i : xv), e.y.push_back(yv);
     };
-    switch (mode) {
-        case Min:
-            return {lo};
-        case Max:
-            return {hi};
-        case MinMax:
-            return both();
-        case MinOrMax: {
-            const bool below = zeroLine > lo.y && zeroLine > hi.y;
-            const bool above = lo.y > zeroLine && hi.y > zeroLine;
-            if (!below && !above) return both();
-            // Farthest: the minimum below the line, the maximum above it.
-            const bool minimumSide = below == (sense == Sense::Farthest);
-            if (minimumSide) return {max > min ? lo : hi};
-            return {min > max ? lo : hi};
+    auto point = [&](std::int32_t i) {
+        const bool held = i >= 0 && i < n;
+        add(i, held ? x[i] : NAN, held ? static_cast<double>(y[i]) : NAN);
+    };
+    if (mode == None) {
+        for (std::int32_t i = a.StartIndex; i <= a.EndIndex; ++i) point(i);
+        return e;
+    }
+    auto reduce = [&](std::int32_t start, std::int32_t end) {
+        const Sense sense = nanAware && !ring ? Sense::Nearest : Sense::Farthest;
+        for (const Pick& p : Reduce(mode, sense, y, start, end, a.ZeroLineY, ring ? seam - 1 : -1))
+            nanAware ? point(p.index) : add(p.index, p.found ? x[p.index] : NAN, p.y);
+    };
+    for (const Step& s : a.Data == UnevenlySpaced ? UnevenWalk(x, a, seam) : EvenWalk(category, x, a)) {
+        if (s.end < 0) {
+            point(s.start);
+            continue;
         }
-        default: {
-            const double mid = static_cast<double>(static_cast<TY>(max + min)) * 0.5;
-            double best = DBL_MAX;
-            std::int32_t chosen = start;
-            for (std::int32_t i = start; i < end; ++i)
-                if (best > std::fabs(static_cast<double>(y[i]) - mid)) best = std::fabs(y[i] - mid), chosen = i;
-            return {{chosen, static_cast<double>(y[chosen])}};
+        if (ring && s.start == s.end && (!nanAware || s.start == seam)) e.predictable = false;
+        if (!nanAware) reduce(s.start, s.end);
+        for (std::int32_t i = s.start, j = i; nanAware && i < s.end; i = j) {
+            const bool gap = std::isnan(static_cast<double>(y[i]));
+            while (j < s.end && std::isnan(static_cast<double>(y[j])) == gap) ++j;
+            gap ? point(i) : reduce(i, j);
         }
     }
+    return e;
 }
 
 }  // namespace qm::reference

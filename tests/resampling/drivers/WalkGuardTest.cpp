@@ -1,164 +1,86 @@
-// Every bucket walk, NaN-aware ones included, ends and stays inside the room
-// its caller made, also for arguments outside the caller's contract: a
-// prediction that goes backwards closes the walk with one bucket up to
-// EndIndex, a walk past its bound takes everything left into one bucket, a
-// grid without cells yields nothing, and Execute refuses a run whose grid
-// needs more room than the vector has.
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <random>
-#include <stdexcept>
-#include <vector>
+// Arguments outside the caller's contract: a degenerate grid, a spacing that
+// makes no sense, X unsorted or NaN, a one-point range, points beyond the
+// viewport, a plain run with InputSize 0, an Execute without UpdateIndices.
+// Without the walk guards such runs never end or write past the room the
+// caller made, so each row runs in every cell of the tables (plain and ring,
+// with and without NaN handling, every data kind and mode), and Resample checks
+// that every call returns and writes nothing beyond the room it was given.
 
 #include "resampling/ResamplingTestSupport.h"
 
-namespace qm {
+namespace qm::test {
 namespace {
 
-using namespace drivertest;
+constexpr std::int32_t kSize = 1003;  // the ring is never quite full
 
-constexpr std::int32_t kRingSize = 1003;  // never quite full
-constexpr std::int32_t kBases[] = {0, 7};  // plain arrays, then a ring
+std::vector<double> Ramp(double first, double spacing, std::int32_t n = kSize) {
+    std::vector<double> v(static_cast<std::size_t>(n));
+    for (std::int32_t i = 0; i < n; ++i) v[static_cast<std::size_t>(i)] = first + spacing * i;
+    return v;
+}
 
-class WalkGuard : public ::testing::Test {
-protected:
-    ExtremeResampler<double, float> engine;
-    std::vector<float> y = std::vector<float>(kRingSize);
-
-    WalkGuard() {
-        std::mt19937 rng(5);
-        for (float& v : y) v = std::uniform_real_distribution<float>(-1.0f, 1.0f)(rng);
-    }
-
-    template <class Body>
-    static void ForEachCell(Body&& body) {
-        for (bool nan : {false, true})
-            for (std::int32_t base : kBases)
-                for (ResamplingData data : kBucketData)
-                    for (ResamplingMode mode : kBucketModes) {
-                        SCOPED_TRACE(testing::Message() << "base " << base << " data " << data << " mode " << mode
-                                                        << " nan " << nan);
-                        body(nan, base, data, mode);
-                    }
-    }
-
-    // Runs the logical series x (Y from `y`) plain or in a ring turned by `base`.
-    Output RunAs(bool nan, std::int32_t base, ResamplingMode mode, const std::vector<double>& x,
-                 ResamplingArgs args) const {
-        args.HasNaN = nan;
-        if (base == 0) return Resample(engine, mode, x.data(), y.data(), args);
-        std::vector<double> logicalX = x;
-        logicalX.resize(kRingSize, x.back());
-        return Resample(engine, mode, ToRing(logicalX, kRingSize, base).data(), ToRing(y, kRingSize, base).data(),
-                        InRing(args, kRingSize, base));
-    }
-
-    // The reduction of [start, end] as a whole, in mode Min or MinMax.
-    std::vector<std::int32_t> WholeRange(ResamplingMode mode, std::int32_t start, std::int32_t end) const {
-        const auto first = y.begin() + start, last = y.begin() + end + 1;
-        const auto lo = static_cast<std::int32_t>(std::min_element(first, last) - y.begin());
-        const auto hi = static_cast<std::int32_t>(std::max_element(first, last) - y.begin());
-        if (mode == Min) return {lo};
-        return {std::min(lo, hi), std::max(lo, hi)};
-    }
+struct Row {
+    const char* name;
+    std::vector<double> x;
+    ResamplingArgs args;
+    bool noCells = false;     // a grid without cells: nothing is made
+    bool skipUpdate = false;  // Execute on a vector without reserved room
 };
 
-TEST_F(WalkGuard, OnePointRangeYieldsThatPoint) {
-    const std::vector<double> x = Ramp(10, 0.0, 1.0);
-    ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
-        // The unevenly spaced driver adds the first point after a gap.
-        const std::vector<std::int32_t> expected(data == UnevenlySpaced ? 2 : 1, 4);
-        EXPECT_EQ(RunAs(nan, base, mode, x, Args(data, 4, 4, 0.0, 9.0, 3)).indices, expected);
-    });
-}
-
-// Spacing 0 (flat X), a spacing so fine that the position overflows int32,
-// and falling X: the evenly spaced prediction makes no sense, and the whole
-// range becomes one bucket.
-TEST_F(WalkGuard, SenselessSpacingGivesOneBucket) {
-    const struct {
-        const char* name;
-        std::vector<double> x;
-        ResamplingArgs args;
-    } cases[] = {
-        {"flat", std::vector<double>(11, 5.0), Args(Linear, 0, 10, 0.0, 10.0, 5)},
-        {"overflow", Ramp(11, 0.0, 1e-13), Args(Linear, 0, 10, 0.0, 10.0, 10)},
-        {"falling", Ramp(11, 64.0, -2.0), Args(Linear, 0, 10, 0.0, 64.0, 8)},  // first position -4
+TEST(WalkGuard, EveryCallEndsWithinItsRoom) {
+    std::vector<double> unsorted = Ramp(0, 1), holes = Ramp(0, 1);
+    std::mt19937 rng(5);
+    std::shuffle(unsorted.begin(), unsorted.end(), rng);
+    for (std::size_t i = 0; i < holes.size(); i += 3) holes[i] = kNaN;
+    const Row rows[] = {
+        {"WidthZero", Ramp(0, 1), Args(Linear, 0, 99, 0, 100, 0), true},
+        {"EmptyXRange", Ramp(0, 1), Args(Linear, 0, 99, 0, 0, 10), true},
+        {"ReversedXRange", Ramp(0, 1), Args(Linear, 0, 99, 0, -5, 10), true},
+        {"StepBelowTheDoubleRange", Ramp(0, 1), Args(Linear, 0, 99, 0, 100, 10, ~0u), true},
+        {"FlatX", std::vector<double>(kSize, 5.0), Args(Linear, 0, 10, 0, 10, 5)},
+        {"SpacingOverflowsThePosition", Ramp(0, 1e-13), Args(Linear, 0, 10, 0, 10, 10)},
+        {"FallingX", Ramp(64, -2), Args(Linear, 0, 10, 0, 64, 8)},
+        {"OnePoint", Ramp(0, 1), Args(Linear, 4, 4, 0, 9, 3)},
+        {"UnsortedX", unsorted, Args(Linear, 0, 999, 0, 1002, 40)},
+        {"NaNInX", holes, Args(Linear, 0, 999, 0, 1002, 40)},
+        {"PointsBeyondTheViewport", Ramp(0, 1), Args(Linear, 0, 999, 0, 100, 100)},
+        {"ExecuteWithoutRoom", Ramp(0, 1), Args(Linear, 0, 99, 0, 99, 10), false, true},
     };
-    for (const auto& c : cases)
-        for (bool nan : {false, true})
-        for (std::int32_t base : kBases)
-            for (ResamplingMode mode : {Min, MinMax})
-                EXPECT_EQ(RunAs(nan, base, mode, c.x, c.args).indices, WholeRange(mode, 0, 10))
-                    << c.name << " base " << base << " mode " << mode;
-}
-
-// Width 0, an empty or reversed X range, and a precision that pushes the
-// step below the double range all leave the grid without cells. Room in the
-// index vector does not matter: no point is made, and every call returns.
-TEST_F(WalkGuard, GridWithoutCellsYieldsNothing) {
-    const std::vector<double> x = Ramp(kRingSize, 0.0, 1.0);
-    const ResamplingArgs grids[] = {Args(Linear, 0, 99, 0.0, 100.0, 0), Args(Linear, 0, 99, 0.0, 0.0, 10),
-                                    Args(Linear, 0, 99, 0.0, -5.0, 10), Args(Linear, 0, 99, 0.0, 100.0, 10, ~0u)};
-    for (const ResamplingArgs& grid : grids)
-        ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
-            ResamplingArgs args = base == 0 ? grid : InRing(grid, kRingSize, base);
-            args.Data = data;
-            args.HasNaN = nan;
-            // The cell count is INT32_MIN: an even number of points per cell
-            // wraps the room to 0, an odd number fails to reserve.
-            const int perCell = (mode == MinMax || mode == MinOrMax ? 2 : 1) + (data == UnevenlySpaced ? 1 : 0);
-            IntVector indices;
-            indices.Reserve(64);
-            if (nan || perCell % 2 == 0)
-                EXPECT_EQ(engine.UpdateIndices(indices, x.data(), y.data(), mode, args), 0);
-            else
-                EXPECT_THROW(engine.UpdateIndices(indices, x.data(), y.data(), mode, args), std::length_error);
-            std::vector<double> outX(64, kSentinel), outY(64, kSentinel);
-            engine.Execute(x.data(), y.data(), outX.data(), outY.data(), indices, mode, args);
-            EXPECT_EQ(indices.size(), 0);
-            EXPECT_EQ(outX, std::vector<double>(64, kSentinel));
-        });
-}
-
-// X at EndIndex lies ten times beyond MaxXInclusive: the grid has 101 cells
-// of width 1 but the points go on to 999. An evenly spaced walk's last
-// bucket (its 101st) takes all the rest; an unevenly spaced one goes on to
-// the first boundary more than a step past MaxXInclusive, whose bucket takes
-// all the rest. Resample checks the count and the sentinels.
-TEST_F(WalkGuard, PointsBeyondTheViewportStayWithinTheRoom) {
-    const std::vector<double> x = Ramp(1000, 0.0, 1.0);
-    ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
-        const Output out = RunAs(nan, base, mode, x, Args(data, 0, 999, 0.0, 100.0, 100));
-        if (mode != Min) return;
-        // [0,2), [2,3), ..., [100,101), then [101,1000); the unevenly spaced
-        // walk also emits the very first point and cuts [101,102) first.
-        const bool uneven = data == UnevenlySpaced;
-        EXPECT_EQ(out.indices.size(), uneven ? 103u : 101u);
-        EXPECT_EQ(out.indices.back(), WholeRange(Min, uneven ? 102 : 101, 999).front());
-    });
-}
-
-// A caller that skipped UpdateIndices (or ignored its failure) gets a report
-// and nothing written; a NaN-aware Execute gathers what the vector holds.
-TEST_F(WalkGuard, ExecuteWithoutRoomIsRefused) {
-    const std::vector<double> x = Ramp(kRingSize, 0.0, 1.0);
-    ForEachCell([&](bool nan, std::int32_t base, ResamplingData data, ResamplingMode mode) {
-        ResamplingArgs args = InRing(Args(data, 0, 99, 0.0, 99.0, 10), kRingSize, base);
-        args.HasNaN = nan;
-        IntVector indices;
-        double sink[1] = {kSentinel};
-        if (nan)
-            engine.Execute(x.data(), y.data(), sink, sink, indices, mode, args);
-        else
-            EXPECT_THROW(engine.Execute(x.data(), y.data(), sink, sink, indices, mode, args), std::length_error);
-        EXPECT_EQ(indices.size(), 0);
-        EXPECT_EQ(sink[0], kSentinel);
-    });
+    const ExtremeResampler<double, float> engine;
+    std::vector<float> y(kSize);
+    for (float& v : y) v = std::uniform_real_distribution<float>(-1.0f, 1.0f)(rng);
+    for (const Row& row : rows)
+        for (std::int32_t base : {0, 7})
+            for (std::int32_t data = Linear; data <= NotResampled; ++data)
+                for (bool nan : {false, true})
+                    for (ResamplingMode mode : kModes) {
+                        SCOPED_TRACE(testing::Message() << row.name << " base " << base << " data " << data << " mode "
+                                                        << mode << (nan ? " NaN" : ""));
+                        ResamplingArgs args = InRing(row.args, base == 0 ? 0 : kSize, base);
+                        args.Data = data, args.HasNaN = nan;
+                        const std::vector<double> x = base == 0 ? row.x : ToRing(row.x, kSize, base);
+                        const std::vector<float> ys = base == 0 ? y : ToRing(y, kSize, base);
+                        const bool bucket = mode != None && data != NotResampled, nanAware = bucket && nan;
+                        if (row.skipUpdate) {
+                            IntVector indices;
+                            double sink[1] = {kNaN};
+                            try {
+                                if (bucket) engine.Execute(x.data(), ys.data(), sink, sink, indices, mode, args);
+                            } catch (const std::length_error&) {
+                            }
+                            EXPECT_EQ(indices.size(), 0);
+                            continue;
+                        }
+                        const Output out = Resample(engine, mode, x.data(), ys.data(), args);
+                        // The cell count is INT32_MIN: an even number of points per cell wraps the
+                        // room to 0, an odd number fails to reserve.
+                        const std::int32_t perCell = (mode == MinMax || mode == MinOrMax ? 2 : 1) + (data == UnevenlySpaced);
+                        if (row.noCells && bucket) {
+                            EXPECT_TRUE(out.indices.empty());
+                            EXPECT_EQ(out.refused, !nanAware && perCell % 2 == 1);
+                        }
+                    }
 }
 
 }  // namespace
-}  // namespace qm
+}  // namespace qm::test
