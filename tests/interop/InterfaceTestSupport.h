@@ -1,17 +1,15 @@
 #pragma once
 // Shared by the interface tests, which see the library as the managed side
-// does, through its C header: callbacks that record every report the way the
-// managed side turns them into exceptions, owners for the handles, a run's
-// arguments, and a whole run of one type pair through its five exports.
+// does, through its C header: callbacks that record each report as the
+// managed side would raise it, owners of handles, a run's arguments, and a
+// whole run of one type pair through its exports.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
-#include <cstdint>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -24,128 +22,107 @@ using Ints = std::vector<std::int32_t>;
 
 struct Report {
     enum Kind { Exception, Argument, ArgumentNull, ArgumentOutOfRange } kind;
-    int code;  // the row of the exception table, -1 for the argument rows
+    int code;                                       // the exception row; -1 for the argument rows
     std::optional<std::string> message, paramName;  // nullopt: the library passed null
     bool operator==(const Report&) const = default;
+    friend void PrintTo(const Report& r, std::ostream* os) {
+        *os << r.kind << "/" << r.code << " \"" << r.message.value_or("null") << "\" \"" << r.paramName.value_or("null") << "\"";
+    }
 };
-inline void PrintTo(const Report& r, std::ostream* os) {
-    *os << "{kind " << r.kind << ", code " << r.code << ", \"" << r.message.value_or("(null)") << "\", \""
-        << r.paramName.value_or("(null)") << "\"}";
-}
 inline Report App(const std::string& message) { return {Report::Exception, 0, message, std::nullopt}; }
 inline Report NullRef(const std::string& message) { return {Report::Exception, 7, message, std::nullopt}; }
 inline Report Null(const std::string& message) { return {Report::ArgumentNull, -1, message, std::nullopt}; }
 inline Report OutOfRange(const std::string& name) { return {Report::ArgumentOutOfRange, -1, std::nullopt, name}; }
 inline Report InvalidRange() { return {Report::Argument, -1, "invalid range", ""}; }
 
-inline std::vector<Report>& Reports() {
-    static std::vector<Report> reports;
-    return reports;
-}
+inline std::vector<Report> reports;
 inline std::optional<std::string> Text(const char* s) { return s ? std::optional<std::string>(s) : std::nullopt; }
 template <int kCode>
-void OnException(const char* message) {
-    Reports().push_back({Report::Exception, kCode, Text(message), std::nullopt});
-}
+void OnException(const char* message) { reports.push_back({Report::Exception, kCode, Text(message), std::nullopt}); }
 template <Report::Kind kKind>
-void OnArgument(const char* message, const char* paramName) {
-    Reports().push_back({kKind, -1, Text(message), Text(paramName)});
-}
+void OnArgument(const char* message, const char* name) { reports.push_back({kKind, -1, Text(message), Text(name)}); }
 
-// Registers the recording callbacks, every row its own, and forgets earlier
-// reports.
+// Registers recording callbacks, each row its own, and forgets earlier reports.
 inline void StartRecording() {
-    SWIGRegisterExceptionCallbacks_QuillmapCore(OnException<0>, OnException<1>, OnException<2>, OnException<3>,
-                                                OnException<4>, OnException<5>, OnException<6>, OnException<7>,
-                                                OnException<8>, OnException<9>, OnException<10>);
+    SWIGRegisterExceptionCallbacks_QuillmapCore(OnException<0>, OnException<1>, OnException<2>, OnException<3>, OnException<4>,
+                                                OnException<5>, OnException<6>, OnException<7>, OnException<8>, OnException<9>,
+                                                OnException<10>);
     SWIGRegisterExceptionArgumentCallbacks_QuillmapCore(OnArgument<Report::Argument>, OnArgument<Report::ArgumentNull>,
                                                         OnArgument<Report::ArgumentOutOfRange>);
-    Reports().clear();
+    reports.clear();
 }
 
-// The reports since the last check (exactly `expected`, or none), then
-// forgets them so that the next call starts clean.
+// Exactly these reports came since the last check; they are then forgotten.
 inline void ExpectReports(const std::vector<Report>& expected) {
-    const std::vector<Report> got = Reports();
-    Reports().clear();
-    EXPECT_EQ(got, expected);
+    EXPECT_EQ(reports, expected);
+    reports.clear();
 }
 inline void ExpectReport(const Report& expected) { ExpectReports({expected}); }
 
-// Every report a test provokes must be checked; one left over is a report
-// nobody expected.
+// A report no check consumed is one nobody expected.
 class InterfaceTest : public ::testing::Test {
 protected:
     void SetUp() override { StartRecording(); }
     void TearDown() override { ExpectReports({}); }
 };
 
-struct VectorDeleter {
-    void operator()(QmIntVector* v) const { CSharp_delete_IntVector(v); }
+template <auto kDelete>
+struct Deleter {
+    void operator()(auto* p) const { kDelete(p); }
 };
-using VectorPtr = std::unique_ptr<QmIntVector, VectorDeleter>;
-struct ArgsDeleter {
-    void operator()(QmResamplingArgs* a) const { CSharp_delete_ResamplingArgs(a); }
-};
-using ArgsPtr = std::unique_ptr<QmResamplingArgs, ArgsDeleter>;
+using VectorPtr = std::unique_ptr<QmIntVector, Deleter<CSharp_delete_IntVector>>;
+using ArgsPtr = std::unique_ptr<QmResamplingArgs, Deleter<CSharp_delete_ResamplingArgs>>;
 
 inline VectorPtr MakeVector(const Ints& values) {
     VectorPtr v(CSharp_new_IntVector__SWIG_0());
     for (std::int32_t value : values) CSharp_IntVector_Add(v.get(), value);
     return v;
 }
-inline Ints Contents(const QmIntVector* v) {
-    Ints out;
-    for (std::int32_t i = 0; i < CSharp_IntVector_size(v); ++i)
-        out.push_back(CSharp_IntVector_getitem(const_cast<QmIntVector*>(v), i));
+inline Ints Contents(QmIntVector* v) {
+    Ints out(static_cast<std::size_t>(CSharp_IntVector_size(v)));
+    CSharp_ExtremeResamplingHelpersWrapper_CopyVectorTo(v, out.data());
     return out;
 }
 
-// An element of any X or Y type from a small integer; a DateTime carries
-// both kind bits, which no output may show.
+// An element of any X or Y type from a small integer; a DateTime carries both
+// kind bits, which no output may show.
 template <class T>
 T Element(int v) {
-    if constexpr (std::is_same_v<T, QmDateTime>)
-        return QmDateTime{static_cast<std::uint64_t>(v) | 0xC000000000000000u};
-    else if constexpr (std::is_same_v<T, QmTimeSpan>)
-        return QmTimeSpan{v};
-    else
-        return static_cast<T>(v);
+    if constexpr (std::is_same_v<T, QmDateTime>) return QmDateTime{static_cast<std::uint64_t>(v) | 0xC000000000000000u};
+    else if constexpr (std::is_same_v<T, QmTimeSpan>) return QmTimeSpan{v};
+    else return static_cast<T>(v);
 }
 
 struct Shape {
     std::int32_t data = 0, start = 0, end = 0, width = 0;
     double minX = 0, maxX = 0;
     std::int32_t size = 0, base = 0, hasNaN = 0, resampling = 0;
-    double zeroLine = 0;
     std::uint32_t precision = 0;
 };
 inline ArgsPtr MakeArgs(const Shape& s) {
     ArgsPtr a(CSharp_new_ResamplingArgs());
-    CSharp_ResamplingArgs_Resampling_set(a.get(), s.resampling), CSharp_ResamplingArgs_Data_set(a.get(), s.data);
+    CSharp_ResamplingArgs_Data_set(a.get(), s.data), CSharp_ResamplingArgs_Resampling_set(a.get(), s.resampling);
     CSharp_ResamplingArgs_StartIndex_set(a.get(), s.start), CSharp_ResamplingArgs_EndIndex_set(a.get(), s.end);
-    CSharp_ResamplingArgs_ViewportWidth_set(a.get(), s.width);
-    CSharp_ResamplingArgs_ResamplingPrecision_set(a.get(), s.precision);
+    CSharp_ResamplingArgs_ViewportWidth_set(a.get(), s.width), CSharp_ResamplingArgs_ResamplingPrecision_set(a.get(), s.precision);
     CSharp_ResamplingArgs_MinXInclusive_set(a.get(), s.minX), CSharp_ResamplingArgs_MaxXInclusive_set(a.get(), s.maxX);
     CSharp_ResamplingArgs_InputSize_set(a.get(), s.size), CSharp_ResamplingArgs_InputBaseIndex_set(a.get(), s.base);
-    CSharp_ResamplingArgs_HasNaN_set(a.get(), s.hasNaN), CSharp_ResamplingArgs_ZeroLineY_set(a.get(), s.zeroLine);
+    CSharp_ResamplingArgs_HasNaN_set(a.get(), s.hasNaN);
     return a;
 }
 
 struct Frame {
-    std::int32_t count = 0;
+    std::int32_t count;
     Ints indices;
     std::vector<double> x, y;
     bool operator==(const Frame& o) const {  // bit for bit, so that NaN equals NaN
-        auto same = [](const std::vector<double>& a, const std::vector<double>& b) {
-            return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                              [](double p, double q) { return std::bit_cast<std::uint64_t>(p) == std::bit_cast<std::uint64_t>(q); });
-        };
-        return count == o.count && indices == o.indices && same(x, o.x) && same(y, o.y);
+        auto bits = [](double d) { return std::bit_cast<std::uint64_t>(d); };
+        return count == o.count && indices == o.indices && std::ranges::equal(x, o.x, {}, bits, bits) &&
+               std::ranges::equal(y, o.y, {}, bits, bits);
     }
 };
 
-// The five exports of one type pair.
+// The exports of one type pair; Run makes a frame as the managed side does:
+// UpdateIndices, outputs sized by its count, Execute with the same arguments.
 template <class TX, class TY, auto New, auto Delete, auto Update, auto Execute, auto Copy>
 struct PairExports {
     using X = TX;
@@ -155,20 +132,17 @@ struct PairExports {
     static constexpr auto destroy = Delete;
     static constexpr auto copy = Copy;
 
-    // A frame as the managed side runs it: UpdateIndices, output arrays sized
-    // by its count, Execute with the same mode and args.
-    static Frame Run(Engine* engine, const TX* x, const TY* y, std::int32_t mode, const QmResamplingArgs* args,
-                     QmIntVector* indices) {
-        Frame f{Update(engine, indices, x, y, mode, args), {}, {}, {}};
-        f.x.assign(static_cast<std::size_t>(f.count > 0 ? f.count : 0), -7.25), f.y = f.x;
-        Execute(engine, x, y, f.x.data(), f.y.data(), indices, mode, args);
-        f.indices = Contents(indices);
+    static Frame Run(Engine* engine, const TX* x, const TY* y, std::int32_t mode, const QmResamplingArgs* args, QmIntVector* v) {
+        Frame f{Update(engine, v, x, y, mode, args), {}, {}, {}};
+        f.x.assign(static_cast<std::size_t>(std::max(f.count, 0)), -7.25), f.y = f.x;
+        Execute(engine, x, y, f.x.data(), f.y.data(), v, mode, args);
+        f.indices = Contents(v);
         return f;
     }
 };
-#define QM_PAIR_EXPORTS(XW, XT, YW, YT)                                                                   \
-    PairExports<XT, YT, CSharp_new_ExtremeResampler##XW##YW, CSharp_delete_ExtremeResampler##XW##YW,      \
-                CSharp_ExtremeResampler##XW##YW##_UpdateIndices, CSharp_ExtremeResampler##XW##YW##_Execute, \
+#define QM_PAIR_EXPORTS(XW, XT, YW, YT)                                                                                   \
+    PairExports<XT, YT, CSharp_new_ExtremeResampler##XW##YW, CSharp_delete_ExtremeResampler##XW##YW,                      \
+                CSharp_ExtremeResampler##XW##YW##_UpdateIndices, CSharp_ExtremeResampler##XW##YW##_Execute,                 \
                 CSharp_ExtremeResampler##XW##YW##_CopyValuesByIndices>
 
 }  // namespace qmtest

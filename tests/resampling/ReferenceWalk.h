@@ -2,8 +2,7 @@
 // Plain, obviously correct versions of the walks and reductions, written from
 // their rules with linear scans over logical indices, for the randomized
 // comparisons. A ring is known here only by where its seam (slot 0) falls in
-// logical indices; nothing here knows about slots. The grid arithmetic
-// itself is the library's, checked on its own by GridTest.
+// logical indices. The grid arithmetic is the library's, checked on its own.
 
 #include <algorithm>
 #include <cfloat>
@@ -17,57 +16,51 @@
 
 namespace qm::reference {
 
-// A stretch [start, end) to reduce, or (end == -1) one point kept as it is:
-// the edge of a gap in X.
+// A stretch [start, end) to reduce, or (end -1) the edge of a gap in X, kept as it is.
 struct Step {
     std::int32_t start, end;
 };
 
-// Linear and Category: each grid boundary, rounded to an index (measured with
-// the mean spacing from the first point on a Linear axis), closes a bucket;
-// the last bucket is cut at EndIndex.
+// Linear and Category: each grid boundary, rounded to an index (on a Linear
+// axis measured from the first point with the mean spacing), closes a
+// bucket; the last bucket is cut at EndIndex.
 inline std::vector<Step> EvenWalk(bool category, const std::vector<double>& x, const ResamplingArgs& a) {
     std::vector<Step> steps;
     const std::int32_t s = a.StartIndex, e = a.EndIndex;
     const double step = GridStep(a), x0 = category ? s : x[s], spacing = category ? 0 : (x[e] - x0) / (e - s);
     double cur = SnapToGrid(x0, step) + step;
-    for (std::int32_t pos = s; pos <= e; cur += step) {
-        const double at = category ? cur : (cur - x0) / spacing;
-        const std::int32_t last = std::min(e, (category ? 0 : s) + static_cast<std::int32_t>(std::round(at)));
-        steps.push_back({pos, last + 1});
-        pos = last + 1;
+    for (std::int32_t pos = s; pos <= e; pos = steps.back().end, cur += step) {
+        const double last = category ? std::round(cur) : s + std::round((cur - x0) / spacing);
+        steps.push_back({pos, static_cast<std::int32_t>(std::min<double>(e, last)) + 1});
     }
     return steps;
 }
 
 // Unevenly spaced: the first point at or above a boundary closes its bucket,
-// and belongs to it when it lies on the boundary. Where the seam of a ring
-// falls inside what is left, each side of it answers alone and the answer
-// nearer the boundary wins, the older on a tie. Empty buckets keep the edges
-// of their gap: the last point before it, the first point after it.
+// and belongs to it when it lies on the boundary. Where a ring's seam falls in
+// what is left, each side answers alone and the one nearer the boundary wins,
+// the older on a tie. An empty bucket keeps the edges of its gap.
 inline std::vector<Step> UnevenWalk(const std::vector<double>& x, const ResamplingArgs& a, std::int32_t seam) {
     std::vector<Step> steps;
     const std::int32_t endEx = a.EndIndex + 1;
     const double step = GridStep(a);
-    auto firstAtOrAbove = [&](std::int32_t from, std::int32_t to, double cur) {
-        for (std::int32_t i = from; i < to; ++i)
-            if (x[i] >= cur) return i;
-        return to - 1;
+    auto firstAtOrAbove = [&](std::int32_t from, std::int32_t to, double boundary) {
+        while (from < to - 1 && x[from] < boundary) ++from;
+        return from;
     };
-    double cur = SnapToGrid(a.MinXInclusive, step) + step;
     bool afterEmpty = true;
-    for (std::int32_t pos = a.StartIndex; pos < endEx; cur += step) {
-        std::int32_t b = firstAtOrAbove(pos, endEx, cur);
+    double cur = SnapToGrid(a.MinXInclusive, step) + step;
+    for (std::int32_t pos = a.StartIndex, b; pos < endEx; pos = b, cur += step) {
+        b = firstAtOrAbove(pos, endEx, cur);
         if (pos < seam && seam < endEx) {
             const std::int32_t b1 = firstAtOrAbove(pos, seam, cur), b2 = firstAtOrAbove(seam, endEx, cur);
             b = std::fabs(x[b1] - cur) > std::fabs(x[b2] - cur) ? b2 : b1;
         }
-        if (cur >= x[b]) ++b;
+        b += cur >= x[b];
         if (b == pos && !afterEmpty) steps.push_back({pos - 1, -1});
         if (b != pos && afterEmpty) steps.push_back({pos, -1});
         if (b != pos) steps.push_back({pos, b});
         afterEmpty = b == pos;
-        pos = b;
     }
     return steps;
 }
@@ -78,14 +71,12 @@ struct Pick {
     bool found;  // false: a scan nobody beat
 };
 
-// Which point a one-sided MinOrMax bucket keeps.
-enum class Sense { Farthest, Nearest };
-
 // One reduction of y[start, end) from its rule: strict comparisons against
-// the type's extreme values, so a NaN never wins and a position may stay -1
-// (reported as `unbeaten`, the logical index of slot -1 in a ring).
+// the type's extremes, so a NaN never wins and a position may stay -1
+// (`unbeaten`, the logical index of slot -1 in a ring). A one-sided MinOrMax
+// keeps the point farthest from the zero line, or the nearest if `nearest`.
 template <class TY>
-std::vector<Pick> Reduce(ResamplingMode mode, Sense sense, const std::vector<TY>& y, std::int32_t start,
+std::vector<Pick> Reduce(ResamplingMode mode, bool nearest, const std::vector<TY>& y, std::int32_t start,
                          std::int32_t end, double zeroLine, std::int32_t unbeaten) {
     TY min = std::numeric_limits<TY>::max(), max = std::numeric_limits<TY>::lowest();
     std::int32_t minAt = -1, maxAt = -1;
@@ -95,16 +86,12 @@ std::vector<Pick> Reduce(ResamplingMode mode, Sense sense, const std::vector<TY>
     }
     const Pick lo{minAt < 0 ? unbeaten : minAt, static_cast<double>(min), minAt >= 0};
     const Pick hi{maxAt < 0 ? unbeaten : maxAt, static_cast<double>(max), maxAt >= 0};
-    const std::vector<Pick> both = lo.index < hi.index ? std::vector{lo, hi} : hi.index < lo.index ? std::vector{hi, lo} : std::vector{lo};
+    const bool below = zeroLine > lo.y && zeroLine > hi.y, above = lo.y > zeroLine && hi.y > zeroLine;
     if (mode == Min) return {lo};
     if (mode == Max) return {hi};
-    if (mode == MinMax) return both;
-    if (mode == MinOrMax) {
-        const bool below = zeroLine > lo.y && zeroLine > hi.y, above = lo.y > zeroLine && hi.y > zeroLine;
-        if (!below && !above) return both;
-        if (below == (sense == Sense::Farthest)) return {max > min ? lo : hi};  // the minimum
-        return {min > max ? lo : hi};                                         // the maximum
-    }
+    if (mode == MinMax || (mode == MinOrMax && !below && !above))
+        return lo.index < hi.index ? std::vector{lo, hi} : hi.index < lo.index ? std::vector{hi, lo} : std::vector{lo};
+    if (mode == MinOrMax) return {below != nearest ? (max > min ? lo : hi) : (min > max ? lo : hi)};  // minimum : maximum
     const double mid = static_cast<double>(static_cast<TY>(max + min)) * 0.5;
     double best = DBL_MAX;
     std::int32_t chosen = start;
@@ -119,37 +106,28 @@ struct Expectation {
     bool predictable = true;
 };
 
-// The points a run of `mode` must produce over the logical series x, y:
-// each bucket's reduction; in a NaN-aware run each NaN-free stretch of a
-// bucket reduced on its own, one index (its first) for each NaN stretch, and
-// X and Y gathered by index, NaN where an index has no point. A plain
-// NaN-aware MinOrMax keeps the point nearest the zero line, all others the
-// farthest. In a ring an empty evenly spaced bucket is the whole ring to the
-// bucket walks, and so is, to the NaN-aware ones, an empty bucket at slot 0:
-// such runs are not `predictable` here.
+// The points a run of `mode` must make over the logical series x, y: each
+// bucket's reduction; in a NaN-aware run each NaN-free stretch of a bucket
+// reduced alone, one index (its first) per NaN stretch, and X and Y gathered
+// by index, NaN where an index has no point; a plain NaN-aware MinOrMax keeps
+// the nearest point. In a ring an empty evenly spaced bucket is the whole
+// ring to the bucket walks, and so is an empty bucket at slot 0 to the
+// NaN-aware ones: such runs are not `predictable` here.
 template <class TY>
 Expectation Expected(const std::vector<double>& x, const std::vector<TY>& y, const ResamplingArgs& a,
                      ResamplingMode mode, bool nanAware) {
     Expectation e;
-    const std::int32_t n = static_cast<std::int32_t>(y.size());
+    const auto n = static_cast<std::int32_t>(y.size());
     const bool ring = a.InputBaseIndex != 0, category = a.Data == Category;
     const std::int32_t seam = ring ? a.InputSize - a.InputBaseIndex : INT32_MAX;
-    auto add = [&](std::int32_t i, double xv, double yv) {
-        e.indices.push_back(i), e.x.push_back(category ? i : xv), e.y.push_back(yv);
-    };
-    auto point = [&](std::int32_t i) {
-        const bool held = i >= 0 && i < n;
-        add(i, held ? x[i] : NAN, held ? static_cast<double>(y[i]) : NAN);
-    };
-    if (mode == None) {
-        for (std::int32_t i = a.StartIndex; i <= a.EndIndex; ++i) point(i);
-        return e;
-    }
+    auto add = [&](std::int32_t i, double xv, double yv) { e.indices.push_back(i), e.x.push_back(category ? i : xv), e.y.push_back(yv); };
+    auto point = [&](std::int32_t i) { i >= 0 && i < n ? add(i, x[i], static_cast<double>(y[i])) : add(i, NAN, NAN); };
     auto reduce = [&](std::int32_t start, std::int32_t end) {
-        const Sense sense = nanAware && !ring ? Sense::Nearest : Sense::Farthest;
-        for (const Pick& p : Reduce(mode, sense, y, start, end, a.ZeroLineY, ring ? seam - 1 : -1))
+        for (const Pick& p : Reduce(mode, nanAware && !ring, y, start, end, a.ZeroLineY, ring ? seam - 1 : -1))
             nanAware ? point(p.index) : add(p.index, p.found ? x[p.index] : NAN, p.y);
     };
+    for (std::int32_t i = a.StartIndex; mode == None && i <= a.EndIndex; ++i) point(i);
+    if (mode == None) return e;
     for (const Step& s : a.Data == UnevenlySpaced ? UnevenWalk(x, a, seam) : EvenWalk(category, x, a)) {
         if (s.end < 0) {
             point(s.start);

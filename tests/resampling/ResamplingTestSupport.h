@@ -1,14 +1,12 @@
 #pragma once
 // Shared by the resampling suites: a run's arguments, a series laid into a
-// ring, a run made the way the caller makes it (with the checks every run
-// must pass, whatever its arguments), and random runs within the caller's
-// contract.
+// ring, a run made the way the caller makes it and checked as every run must
+// be, and random runs within the caller's contract.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <random>
 #include <stdexcept>
@@ -21,29 +19,24 @@ namespace qm::test {
 inline constexpr ResamplingMode kModes[] = {None, MinMax, Min, Max, Mid, MinOrMax};
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-inline ResamplingArgs Args(ResamplingData data, std::int32_t start, std::int32_t end, double minX, double maxX,
-                           std::int32_t width, std::uint32_t precision = 0) {
+inline ResamplingArgs Args(std::int32_t data, std::int32_t start, std::int32_t end, double minX, double maxX,
+                           std::int32_t width, std::int32_t size = 0, std::int32_t base = 0) {
     ResamplingArgs a{};
-    a.Data = data, a.StartIndex = start, a.EndIndex = end, a.ViewportWidth = width;
-    a.ResamplingPrecision = precision, a.MinXInclusive = minX, a.MaxXInclusive = maxX;
+    a.Data = data, a.StartIndex = start, a.EndIndex = end, a.MinXInclusive = minX, a.MaxXInclusive = maxX;
+    a.ViewportWidth = width, a.InputSize = size, a.InputBaseIndex = base;
     return a;
 }
 
-inline ResamplingArgs InRing(ResamplingArgs args, std::int32_t size, std::int32_t base) {
-    args.InputSize = size, args.InputBaseIndex = base;
-    return args;
-}
-
-// Logical point i goes to slot (i + base) % size; slots no point fills hold
-// NaN (floating types), so that a read of one shows.
+// Logical point i goes to slot (i + base) % size; a slot no point fills holds
+// NaN (in floating types), so that reading it shows.
 template <class T>
 std::vector<T> ToRing(const std::vector<T>& logical, std::int32_t size, std::int32_t base) {
     std::vector<T> ring(static_cast<std::size_t>(size), std::numeric_limits<T>::quiet_NaN());
-    for (std::size_t i = 0; i < logical.size(); ++i) ring[(i + base) % static_cast<std::size_t>(size)] = logical[i];
+    for (std::size_t i = 0; i < logical.size(); ++i) ring[(i + base) % ring.size()] = logical[i];
     return ring;
 }
 
-// NaN compares equal to NaN here, so that whole outputs compare at once.
+// So that whole outputs compare at once, NaN equal to NaN.
 inline std::vector<double> Comparable(std::vector<double> v) {
     for (double& d : v) d = std::isnan(d) ? -1.5e-300 : d;
     return v;
@@ -57,15 +50,13 @@ struct Output {
 };
 
 // The caller's side of a run: a vector that already holds one index, which
-// must stay in front; UpdateIndices; output arrays sized by its count;
-// Execute. Nothing may be written past the points the run made, and a bucket
-// run makes no more than it reserved. A NaN-aware Execute gathers for the
-// whole vector (the index held before included) and counts it.
+// must stay in front; UpdateIndices; outputs sized by its count; Execute.
+// Nothing may be written past the points made, nor more made than reserved.
+// A NaN-aware Execute gathers for the whole vector, the held index included.
 template <class TX, class TY>
 Output Resample(const ExtremeResampler<TX, TY>& engine, std::int32_t mode, const TX* x, const TY* y,
-           const ResamplingArgs& args) {
-    constexpr double kUntouched = -7.25e300;
-    const bool gathersAll = kCanHoldNaN<TY> && args.HasNaN && mode != None && args.Data != NotResampled;
+                const ResamplingArgs& args) {
+    const std::int32_t skip = kCanHoldNaN<TY> && args.HasNaN && mode != None && args.Data != NotResampled;
     IntVector indices;
     indices.PushBack(-5);
     Output out;
@@ -74,27 +65,26 @@ Output Resample(const ExtremeResampler<TX, TY>& engine, std::int32_t mode, const
     } catch (const std::length_error&) {
         out.refused = true;
     }
-    std::vector<double> outX(static_cast<std::size_t>(std::max(out.reserved, 0)) + 8, kUntouched), outY = outX;
+    std::vector<double> outX(static_cast<std::size_t>(std::max(out.reserved, 0)) + 8, -7.25e300), outY = outX;
     try {
         engine.Execute(x, y, outX.data(), outY.data(), indices, mode, args);
     } catch (const std::length_error&) {
         out.refused = true;
     }
-    const std::int32_t skip = gathersAll ? 1 : 0, made = indices.size() - 1;
+    const std::int32_t made = indices.size() - 1;
     EXPECT_EQ(indices[0], -5) << "the index held before the run was lost";
     EXPECT_LE(made + skip, std::max(out.reserved, 0)) << "more points than room was asked for";
     for (std::size_t k = static_cast<std::size_t>(made + skip); k < outX.size(); ++k)
-        EXPECT_TRUE(outX[k] == kUntouched && outY[k] == kUntouched) << "written past the points at " << k;
+        EXPECT_TRUE(outX[k] == -7.25e300 && outY[k] == -7.25e300) << "written past the points at " << k;
     out.indices.assign(indices.data() + 1, indices.data() + indices.size());
-    out.x.assign(outX.begin() + skip, outX.begin() + skip + made);
-    out.y.assign(outY.begin() + skip, outY.begin() + skip + made);
+    out.x.assign(outX.begin() + skip, outX.begin() + skip + made), out.y.assign(outY.begin() + skip, outY.begin() + skip + made);
     return out;
 }
 
-// A random run within the caller's contract: X rising (evenly spaced for
-// Linear, with ties and wide holes for UnevenlySpaced), Y drawn from a few
-// values so that ties are common, with +-0 and +-inf, and with NaN runs of
-// every length (leading, trailing, whole buckets, everything) when `nan`.
+// A random run within the caller's contract: X rising (evenly for Linear,
+// with ties and wide holes for UnevenlySpaced), Y from a few values so that
+// ties are common, with +-0 and +-inf, and with NaN runs of every length
+// (leading, trailing, whole buckets, everything) when `nan`.
 template <class TY>
 struct RandomRun {
     std::vector<double> x;
@@ -116,16 +106,14 @@ struct RandomRun {
         const TY values[] = {TY(-2), TY(-1), TY(-0.0), TY(0), TY(1), TY(2.5), TY(3), inf, -inf};
         const std::int32_t spread = std::is_floating_point_v<TY> && below(8) == 0 ? 9 : 7;
         for (std::int32_t i = 0; i < n; ++i) y.push_back(below(3) == 0 ? TY(uniform(-4, 4)) : values[below(spread)]);
-        for (std::int32_t runs = nan ? below(6) : 0; runs > 0; --runs) {
-            const std::int32_t at = below(n), length = 1 + below(below(4) == 0 ? n : 6);
-            for (std::int32_t i = at; i < std::min(n, at + length); ++i) y[i] = std::numeric_limits<TY>::quiet_NaN();
-        }
-        const std::int32_t s = below(n - 1);
-        const std::int32_t e = data == Linear ? s + 1 + below(n - 1 - s) : s + below(n - s);
+        for (std::int32_t runs = nan ? below(6) : 0; runs > 0; --runs)
+            for (std::int32_t i = below(n), last = std::min(n, i + 1 + below(below(4) == 0 ? n : 6)); i < last; ++i)
+                y[i] = std::numeric_limits<TY>::quiet_NaN();
+        const std::int32_t s = below(n - 1), e = data == Linear ? s + 1 + below(n - 1 - s) : s + below(n - s);
         const double first = data == Category ? s : x[s], last = data == Category ? e : x[e];
-        args = Args(data, s, e, first - (below(3) == 0 ? uniform(0, 60) : uniform(0, 2)), last + uniform(0, 3),
-                    1 + below(25), static_cast<std::uint32_t>(below(3)));
-        if (!(args.MaxXInclusive > args.MinXInclusive)) args.MaxXInclusive = args.MinXInclusive + 1;
+        args = Args(data, s, e, first - (below(3) == 0 ? uniform(0, 60) : uniform(0, 2)), last + uniform(0.01, 3),
+                    1 + below(25));
+        args.ResamplingPrecision = static_cast<std::uint32_t>(below(3));
         args.ZeroLineY = std::vector<double>{0.0, 1.0, -1.5, kNaN}[below(4)];
     }
 };
