@@ -97,6 +97,7 @@ const Row kRuns[] = {
      App("EndIndex 2147483644 with InputBaseIndex 3 passes the largest slot sum")},
     {"RingCountWrapsPastTheTop", [](F& f) { f.Run(true, 0, S(0, INT_MAX, INT_MIN + 5, 16, 3)); },
      App("EndIndex -2147483643 below StartIndex 2147483647 wraps to a count of 7")},
+    {"RoomBeyondTheVectorsLimit", [](F& f) { f.Run(false, 2, {.end = 15, .width = 1073741823, .maxX = 1073741823}); }, App("vector<T> too long")},
     {"StartBelowZero", [](F& f) { f.Run(true, 1, S(0, -1)); }, App("StartIndex -1 is below 0")},
     {"NullSelf", [](F& f) { f.Run(false, 1, S(), kSelf); }, NullRef("self is null")},
     {"NullX", [](F& f) { f.Run(true, 1, S(), kX); }, NullRef("x is null")},

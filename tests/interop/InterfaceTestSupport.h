@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,8 @@
 namespace qmtest {
 
 using Ints = std::vector<std::int32_t>;
+enum Mode : std::int32_t { None, MinMax, Min, Max, Mid, MinOrMax };
+enum Data : std::int32_t { Linear, Category, UnevenlySpaced, NotResampled };
 
 struct Report {
     enum Kind { Exception, Argument, ArgumentNull, ArgumentOutOfRange } kind;
@@ -84,6 +87,21 @@ inline Ints Contents(QmIntVector* v) {
     return out;
 }
 
+// Logical point i goes to slot (i + base) % size; slots no point fills hold
+// NaN (in floating types), so that reading one shows.
+template <class T>
+std::vector<T> ToRing(const std::vector<T>& logical, std::int32_t size, std::int32_t base) {
+    std::vector<T> ring(static_cast<std::size_t>(size), std::numeric_limits<T>::quiet_NaN());
+    for (std::size_t i = 0; i < logical.size(); ++i) ring[(i + base) % ring.size()] = logical[i];
+    return ring;
+}
+
+// So that whole outputs compare at once, NaN equal to NaN.
+inline std::vector<double> Comparable(std::vector<double> v) {
+    for (double& d : v) d = d != d ? -1.5e-300 : d;
+    return v;
+}
+
 // An element of any X or Y type from a small integer; a DateTime carries both
 // kind bits, which no output may show.
 template <class T>
@@ -98,6 +116,7 @@ struct Shape {
     double minX = 0, maxX = 0;
     std::int32_t size = 0, base = 0, hasNaN = 0, resampling = 0;
     std::uint32_t precision = 0;
+    double zeroLine = 0;
 };
 inline ArgsPtr MakeArgs(const Shape& s) {
     ArgsPtr a(CSharp_new_ResamplingArgs());
@@ -106,7 +125,7 @@ inline ArgsPtr MakeArgs(const Shape& s) {
     CSharp_ResamplingArgs_ViewportWidth_set(a.get(), s.width), CSharp_ResamplingArgs_ResamplingPrecision_set(a.get(), s.precision);
     CSharp_ResamplingArgs_MinXInclusive_set(a.get(), s.minX), CSharp_ResamplingArgs_MaxXInclusive_set(a.get(), s.maxX);
     CSharp_ResamplingArgs_InputSize_set(a.get(), s.size), CSharp_ResamplingArgs_InputBaseIndex_set(a.get(), s.base);
-    CSharp_ResamplingArgs_HasNaN_set(a.get(), s.hasNaN);
+    CSharp_ResamplingArgs_HasNaN_set(a.get(), s.hasNaN), CSharp_ResamplingArgs_ZeroLineY_set(a.get(), s.zeroLine);
     return a;
 }
 
@@ -134,9 +153,12 @@ struct PairExports {
 
     static Frame Run(Engine* engine, const TX* x, const TY* y, std::int32_t mode, const QmResamplingArgs* args, QmIntVector* v) {
         Frame f{Update(engine, v, x, y, mode, args), {}, {}, {}};
-        f.x.assign(static_cast<std::size_t>(std::max(f.count, 0)), -7.25), f.y = f.x;
+        const auto room = static_cast<std::size_t>(std::max(f.count, 0));
+        f.x.assign(room + 4, -7.25), f.y = f.x;
         Execute(engine, x, y, f.x.data(), f.y.data(), v, mode, args);
-        f.indices = Contents(v);
+        EXPECT_EQ(std::vector<double>(f.x.begin() + room, f.x.end()), std::vector<double>(4, -7.25)) << "written past the room";
+        EXPECT_EQ(std::vector<double>(f.y.begin() + room, f.y.end()), std::vector<double>(4, -7.25)) << "written past the room";
+        f.x.resize(room), f.y.resize(room), f.indices = Contents(v);
         return f;
     }
 };

@@ -30,6 +30,7 @@ TEST_F(ResamplingHelpersTest, ResamplesOnlyAboveTwoPointsPerCell) {
         {{.data = 3, .end = 39, .width = 5, .minX = 50, .maxX = 89, .resampling = 1}, 0},
         {{.end = 39, .width = 5, .minX = 50, .maxX = 89}, 0},
         {{.end = 1, .width = 0, .minX = 50, .maxX = 89, .resampling = 1}, 1},  // no cells: the doubled count wraps to 0
+        {{.end = 1, .width = 1, .maxX = 1e6, .resampling = 1, .precision = 40}, 1},  // cells beyond int32 likewise
         {{.end = 1, .width = 100, .maxX = 1000, .resampling = 3, .precision = 0xFFFFFFFFu}, 3},
         {{.end = 1, .width = 100, .maxX = 1000, .resampling = 3}, 0},
     };

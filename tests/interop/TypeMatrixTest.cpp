@@ -77,24 +77,27 @@ void CheckPair() {
             EXPECT_EQ(f.y[skip + k], i == 21 ? kExtremes<TY>.first : i == 29 ? kExtremes<TY>.second : 10.0);
         }
         for (std::size_t k = skip + points.size(); k < f.x.size(); ++k) EXPECT_EQ(f.x[k], -7.25) << "past the points";
+        EXPECT_TRUE(skip || CSharp_IntVector_capacity(indices.get()) == 3 + count) << "the room is not reserved exactly";
     }
     P::destroy(engine);
 
-    // Logical 6, 2, 0 from eight slots holding x = 50 + slot, y = slot + 1 and
-    // y1 = 20 + slot: in a ring of 8 with base 5 they lie in slots 3, 7, 5. A
-    // plain series never reads the size, and the index as X reads no X.
+    // Logical 6, 2, 0 from eight slots holding x = 50 + slot, y = slot + 1 (the
+    // type's largest value in slot 7) and y1 = 20 + slot: in a ring of 8 with
+    // base 5 they lie in slots 3, 7, 5. A plain series never reads the size,
+    // and the index as X reads no X.
     auto gather = [](std::int32_t size, std::int32_t base, bool indexAsX) {
         std::vector<TX> gx;
         std::vector<TY> gy, gy1;
-        for (int s = 0; s < 8; ++s) gx.push_back(Element<TX>(50 + s)), gy.push_back(TY(s + 1)), gy1.push_back(TY(20 + s));
+        for (int s = 0; s < 8; ++s) gx.push_back(Element<TX>(50 + s)), gy.push_back(s == 7 ? std::numeric_limits<TY>::max() : TY(s + 1)), gy1.push_back(TY(20 + s));
         const Ints at{6, 2, 0};
         std::vector<double> out(9, -1.0);
         P::copy(indexAsX ? nullptr : gx.data(), gy.data(), gy1.data(), at.data(), out.data(), out.data() + 3, out.data() + 6, 3,
                 size, base, indexAsX);
         return out;
     };
-    EXPECT_EQ(gather(8, 5, false), (std::vector<double>{53, 57, 55, 4, 8, 6, 23, 27, 25}));
-    EXPECT_EQ(gather(8, 5, true), (std::vector<double>{6, 2, 0, 4, 8, 6, 23, 27, 25}));
+    const double top = kExtremes<TY>.first;
+    EXPECT_EQ(gather(8, 5, false), (std::vector<double>{53, 57, 55, 4, top, 6, 23, 27, 25}));
+    EXPECT_EQ(gather(8, 5, true), (std::vector<double>{6, 2, 0, 4, top, 6, 23, 27, 25}));
     EXPECT_EQ(gather(0, 0, false), (std::vector<double>{56, 52, 50, 7, 3, 1, 26, 22, 20}));
 }
 

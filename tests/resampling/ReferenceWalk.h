@@ -1,37 +1,43 @@
 #pragma once
-// Plain, obviously correct versions of the walks and reductions, written from
-// their rules with linear scans over logical indices, for the randomized
-// comparisons. A ring is known here only by where its seam (slot 0) falls in
-// logical indices. The grid arithmetic is the library's, checked on its own.
+// Plain, obviously correct versions of the grid, the walks and the
+// reductions, written from their rules with linear scans over logical
+// indices, for the randomized comparisons. A ring is known here only by where
+// its seam (slot 0) falls in logical indices.
 
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <cstdint>
 #include <limits>
-#include <vector>
 
-#include "model/ResamplingArgs.h"
-#include "resampling/buckets/Grid.h"
+#include "interop/InterfaceTestSupport.h"
 
-namespace qm::reference {
+namespace qmtest::reference {
+
+// The largest power of two at or below one pixel's width of X, halved
+// `precision` times; a value snaps toward zero (fmod keeps its sign).
+inline double GridStep(const Shape& a) { return std::pow(2.0, std::floor(std::log2((a.maxX - a.minX) / a.width)) - a.precision); }
+inline double Snap(double v, double step) { return v - std::fmod(v, step); }
+inline std::int32_t Cells(const Shape& a) {
+    const double step = GridStep(a);
+    return static_cast<std::int32_t>(((Snap(a.maxX, step) + step) - Snap(a.minX, step)) / step);
+}
 
 // A stretch [start, end) to reduce, or (end -1) the edge of a gap in X, kept as it is.
-struct Step {
+struct Stretch {
     std::int32_t start, end;
 };
 
 // Linear and Category: each grid boundary, rounded to an index (on a Linear
-// axis measured from the first point with the mean spacing), closes a
-// bucket; the last bucket is cut at EndIndex.
-inline std::vector<Step> EvenWalk(bool category, const std::vector<double>& x, const ResamplingArgs& a) {
-    std::vector<Step> steps;
-    const std::int32_t s = a.StartIndex, e = a.EndIndex;
-    const double step = GridStep(a), x0 = category ? s : x[s], spacing = category ? 0 : (x[e] - x0) / (e - s);
-    double cur = SnapToGrid(x0, step) + step;
-    for (std::int32_t pos = s; pos <= e; pos = steps.back().end, cur += step) {
-        const double last = category ? std::round(cur) : s + std::round((cur - x0) / spacing);
-        steps.push_back({pos, static_cast<std::int32_t>(std::min<double>(e, last)) + 1});
+// axis measured from the first point with the mean spacing), closes a bucket;
+// the last bucket is cut at EndIndex.
+inline std::vector<Stretch> EvenWalk(const std::vector<double>& x, const Shape& a) {
+    std::vector<Stretch> steps;
+    const bool category = a.data == Category;
+    const double step = GridStep(a), x0 = category ? a.start : x[a.start], spacing = category ? 0 : (x[a.end] - x0) / (a.end - a.start);
+    double cur = Snap(x0, step) + step;
+    for (std::int32_t pos = a.start; pos <= a.end; pos = steps.back().end, cur += step) {
+        const double last = category ? std::round(cur) : a.start + std::round((cur - x0) / spacing);
+        steps.push_back({pos, static_cast<std::int32_t>(std::min<double>(a.end, last)) + 1});
     }
     return steps;
 }
@@ -40,17 +46,17 @@ inline std::vector<Step> EvenWalk(bool category, const std::vector<double>& x, c
 // and belongs to it when it lies on the boundary. Where a ring's seam falls in
 // what is left, each side answers alone and the one nearer the boundary wins,
 // the older on a tie. An empty bucket keeps the edges of its gap.
-inline std::vector<Step> UnevenWalk(const std::vector<double>& x, const ResamplingArgs& a, std::int32_t seam) {
-    std::vector<Step> steps;
-    const std::int32_t endEx = a.EndIndex + 1;
+inline std::vector<Stretch> UnevenWalk(const std::vector<double>& x, const Shape& a, std::int32_t seam) {
+    std::vector<Stretch> steps;
+    const std::int32_t endEx = a.end + 1;
     const double step = GridStep(a);
     auto firstAtOrAbove = [&](std::int32_t from, std::int32_t to, double boundary) {
         while (from < to - 1 && x[from] < boundary) ++from;
         return from;
     };
     bool afterEmpty = true;
-    double cur = SnapToGrid(a.MinXInclusive, step) + step;
-    for (std::int32_t pos = a.StartIndex, b; pos < endEx; pos = b, cur += step) {
+    double cur = Snap(a.minX, step) + step;
+    for (std::int32_t pos = a.start, b; pos < endEx; pos = b, cur += step) {
         b = firstAtOrAbove(pos, endEx, cur);
         if (pos < seam && seam < endEx) {
             const std::int32_t b1 = firstAtOrAbove(pos, seam, cur), b2 = firstAtOrAbove(seam, endEx, cur);
@@ -76,8 +82,8 @@ struct Pick {
 // (`unbeaten`, the logical index of slot -1 in a ring). A one-sided MinOrMax
 // keeps the point farthest from the zero line, or the nearest if `nearest`.
 template <class TY>
-std::vector<Pick> Reduce(ResamplingMode mode, bool nearest, const std::vector<TY>& y, std::int32_t start,
-                         std::int32_t end, double zeroLine, std::int32_t unbeaten) {
+std::vector<Pick> Reduce(std::int32_t mode, bool nearest, const std::vector<TY>& y, std::int32_t start, std::int32_t end,
+                         double zeroLine, std::int32_t unbeaten) {
     TY min = std::numeric_limits<TY>::max(), max = std::numeric_limits<TY>::lowest();
     std::int32_t minAt = -1, maxAt = -1;
     for (std::int32_t i = start; i < end; ++i) {
@@ -101,7 +107,7 @@ std::vector<Pick> Reduce(ResamplingMode mode, bool nearest, const std::vector<TY
 }
 
 struct Expectation {
-    std::vector<std::int32_t> indices;
+    Ints indices;
     std::vector<double> x, y;
     bool predictable = true;
 };
@@ -114,21 +120,20 @@ struct Expectation {
 // ring to the bucket walks, and so is an empty bucket at slot 0 to the
 // NaN-aware ones: such runs are not `predictable` here.
 template <class TY>
-Expectation Expected(const std::vector<double>& x, const std::vector<TY>& y, const ResamplingArgs& a,
-                     ResamplingMode mode, bool nanAware) {
+Expectation Expected(const std::vector<double>& x, const std::vector<TY>& y, const Shape& a, std::int32_t mode, bool nanAware) {
     Expectation e;
     const auto n = static_cast<std::int32_t>(y.size());
-    const bool ring = a.InputBaseIndex != 0, category = a.Data == Category;
-    const std::int32_t seam = ring ? a.InputSize - a.InputBaseIndex : INT32_MAX;
+    const bool ring = a.base != 0, category = a.data == Category;
+    const std::int32_t seam = ring ? a.size - a.base : INT32_MAX;
     auto add = [&](std::int32_t i, double xv, double yv) { e.indices.push_back(i), e.x.push_back(category ? i : xv), e.y.push_back(yv); };
     auto point = [&](std::int32_t i) { i >= 0 && i < n ? add(i, x[i], static_cast<double>(y[i])) : add(i, NAN, NAN); };
     auto reduce = [&](std::int32_t start, std::int32_t end) {
-        for (const Pick& p : Reduce(mode, nanAware && !ring, y, start, end, a.ZeroLineY, ring ? seam - 1 : -1))
+        for (const Pick& p : Reduce(mode, nanAware && !ring, y, start, end, a.zeroLine, ring ? seam - 1 : -1))
             nanAware ? point(p.index) : add(p.index, p.found ? x[p.index] : NAN, p.y);
     };
-    for (std::int32_t i = a.StartIndex; mode == None && i <= a.EndIndex; ++i) point(i);
+    for (std::int32_t i = a.start; mode == None && i <= a.end; ++i) point(i);
     if (mode == None) return e;
-    for (const Step& s : a.Data == UnevenlySpaced ? UnevenWalk(x, a, seam) : EvenWalk(category, x, a)) {
+    for (const Stretch& s : a.data == UnevenlySpaced ? UnevenWalk(x, a, seam) : EvenWalk(x, a)) {
         if (s.end < 0) {
             point(s.start);
             continue;
@@ -144,4 +149,4 @@ Expectation Expected(const std::vector<double>& x, const std::vector<TY>& y, con
     return e;
 }
 
-}  // namespace qm::reference
+}  // namespace qmtest::reference
