@@ -11,7 +11,7 @@ void Gather(const XAxis& x, const TY* y, const TY* y1, const std::int32_t* indic
             double* outY1, std::int32_t count, std::int32_t size, std::int32_t baseIndex) {
     for (std::int32_t k = 0; k < count; ++k) {
         const std::int32_t i = indices[k];
-        const std::int32_t slot = kRing ? WrappingAdd(i, baseIndex) % size : i;
+        const std::int32_t slot = kRing ? SlotOf(i, baseIndex, size) : i;
         outX[k] = kIndexAsX ? static_cast<double>(i) : x.At(slot);
         outY[k] = ToDouble(y[slot]);
         outY1[k] = ToDouble(y1[slot]);

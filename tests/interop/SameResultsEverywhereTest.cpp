@@ -170,20 +170,20 @@ std::vector<T> InRing(const std::vector<T>& logical, std::int32_t size, std::int
 }
 
 void AddReports(Digest& digest) {
-    for (const Report& r : Reports()) {
+    for (const Report& r : reports) {
         digest.Add(static_cast<std::uint64_t>(r.kind));
-        digest.AddSigned(r.exceptionCode);
+        digest.AddSigned(r.code);
         digest.AddText(r.message.value_or("<null>"));
         digest.AddText(r.paramName.value_or("<null>"));
     }
-    StartRecording();
+    reports.clear();
 }
 
-template <class TX, class TY, auto New, auto Delete, auto Update, auto Execute, auto Copy>
+template <class TX, class TY, auto kNew, auto kDelete, auto kUpdate, auto kExecute, auto kCopy>
 struct Pair {
     static void Run(Digest& digest, std::uint64_t seed) {
         Draw draw(seed);
-        auto* engine = New();
+        auto* engine = kNew();
         ArgsPtr args(CSharp_new_ResamplingArgs());
         for (int trial = 0; trial < 40; ++trial) {
             const std::int32_t data = draw.Below(3);  // Linear, Category, UnevenlySpaced
@@ -232,14 +232,14 @@ struct Pair {
             digest.AddSigned(actual);
             for (const std::int32_t mode : {actual, 1, 2, 3, 4, 5}) {
                 VectorPtr indices(CSharp_new_IntVector__SWIG_0());
-                const std::int32_t room = Update(engine, indices.get(), x.data(), y.data(), mode, args.get());
+                const std::int32_t room = kUpdate(engine, indices.get(), x.data(), y.data(), mode, args.get());
                 digest.AddSigned(room);
                 AddReports(digest);
                 const std::int32_t held = CSharp_IntVector_size(indices.get());
                 const std::size_t cells = static_cast<std::size_t>(room > held ? room : held) + 1;
                 if (room < 0 || cells > 1000000) continue;
                 std::vector<double> outX(cells, -1.0), outY(cells, -1.0);
-                Execute(engine, x.data(), y.data(), outX.data(), outY.data(), indices.get(), mode, args.get());
+                kExecute(engine, x.data(), y.data(), outX.data(), outY.data(), indices.get(), mode, args.get());
                 AddReports(digest);
                 const Ints kept = Contents(indices.get());
                 digest.Add(kept.size());
@@ -258,7 +258,7 @@ struct Pair {
             const auto count = static_cast<std::int32_t>(wanted.size());
             std::vector<double> gx(wanted.size() + 1, -1.0), gy(wanted.size() + 1, -1.0), gy1(wanted.size() + 1, -1.0);
             const bool indexAsX = draw.OneIn(2);
-            Copy(x.data(), y.data(), y1.data(), wanted.data(), gx.data(), gy.data(), gy1.data(), count, size, base,
+            kCopy(x.data(), y.data(), y1.data(), wanted.data(), gx.data(), gy.data(), gy1.data(), count, size, base,
                  indexAsX ? 1 : 0);
             AddReports(digest);
             for (std::size_t k = 0; k < gx.size(); ++k) {
@@ -267,7 +267,7 @@ struct Pair {
                 digest.AddDouble(gy1[k]);
             }
         }
-        Delete(engine);
+        kDelete(engine);
     }
 };
 
@@ -288,10 +288,11 @@ const PairRun kPairs[] = {
 // The seeded scans and the lookups of one element type: seeds from the data
 // or the type's extremes, ranges that end anywhere, a sorted copy for the
 // sorted lookup.
-template <class T, auto New, auto Delete, auto MinAt, auto MaxAt, auto MinMax, auto FindUnsorted, auto FindSorted>
+template <class T, auto kNew, auto kDelete, auto kMinAt, auto kMaxAt, auto kMinMax, auto kFindUnsorted,
+          auto kFindSorted>
 void Scans(Digest& digest, std::uint64_t seed) {
     Draw draw(seed);
-    auto* ops = New();
+    auto* ops = kNew();
     for (int trial = 0; trial < 60; ++trial) {
         const std::int32_t n = 1 + draw.Below(draw.OneIn(3) ? 5000 : 70);
         std::vector<T> data = MakeY<T>(draw, n, draw.OneIn(2));
@@ -300,13 +301,13 @@ void Scans(Digest& digest, std::uint64_t seed) {
         const T seedValue = data[static_cast<std::size_t>(draw.Below(n))];
         T lo = seedValue, hi = seedValue, both0 = seedValue, both1 = seedValue;
         std::int32_t loAt = -1, hiAt = -1;
-        MinAt(ops, data.data(), start, end, &lo, &loAt);
-        MaxAt(ops, data.data(), start, end, &hi, &hiAt);
-        MinMax(ops, data.data(), start, end, &both0, &both1);
+        kMinAt(ops, data.data(), start, end, &lo, &loAt);
+        kMaxAt(ops, data.data(), start, end, &hi, &hiAt);
+        kMinMax(ops, data.data(), start, end, &both0, &both1);
         digest.AddElement(lo), digest.AddSigned(loAt), digest.AddElement(hi), digest.AddSigned(hiAt);
         digest.AddElement(both0), digest.AddElement(both1);
         const T probe = data[static_cast<std::size_t>(draw.Below(n))];
-        digest.AddSigned(FindUnsorted(ops, data.data(), start, end, probe));
+        digest.AddSigned(kFindUnsorted(ops, data.data(), start, end, probe));
         std::vector<T> sorted;
         for (const T v : data)
             if (v == v) sorted.push_back(v);
@@ -320,10 +321,10 @@ void Scans(Digest& digest, std::uint64_t seed) {
         });
         sorted.push_back(sorted.back());  // the sorted lookup may read one element past its range
         const auto m = static_cast<std::int32_t>(sorted.size()) - 1;
-        digest.AddSigned(FindSorted(ops, sorted.data(), 0, m, sorted[static_cast<std::size_t>(draw.Below(m))]));
+        digest.AddSigned(kFindSorted(ops, sorted.data(), 0, m, sorted[static_cast<std::size_t>(draw.Below(m))]));
         AddReports(digest);
     }
-    Delete(ops);
+    kDelete(ops);
 }
 
 #define QM_SCANS_(ctx, W, T, N)                                                                                \

@@ -11,11 +11,7 @@ thread_local long allocations = 0;
 
 void* Allocate(std::size_t size) {
     ++allocations;
-    if (countdown == 0) {
-        countdown = -1;
-        throw std::bad_alloc();
-    }
-    if (countdown > 0) --countdown;
+    if (countdown >= 0 && countdown-- == 0) throw std::bad_alloc();
     if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
     throw std::bad_alloc();
 }

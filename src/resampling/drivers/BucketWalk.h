@@ -43,13 +43,7 @@ struct BucketWalk {
                         double* outX, double* outY, IntVector& indices, const ResamplingArgs& args);
 };
 
-#define QM_BUCKET_WALKS_(prefix, W, T, N)                   \
-    prefix struct BucketWalk<T, PlainLayout, Linear>;         \
-    prefix struct BucketWalk<T, PlainLayout, Category>;       \
-    prefix struct BucketWalk<T, PlainLayout, UnevenlySpaced>; \
-    prefix struct BucketWalk<T, RingLayout, Linear>;          \
-    prefix struct BucketWalk<T, RingLayout, Category>;        \
-    prefix struct BucketWalk<T, RingLayout, UnevenlySpaced>;
+#define QM_BUCKET_WALKS_(prefix, W, T, N) QM_WALK_INSTANCES(prefix, BucketWalk, T)
 QM_Y_TYPES(QM_BUCKET_WALKS_, extern template)
 
 }  // namespace qm

@@ -16,3 +16,14 @@ Layout LayoutOf(const ResamplingArgs& args) {
 }
 
 }  // namespace qm
+
+// Declares (prefix `extern template`) or defines (prefix `template`) a walk
+// class Walk<T, Layout, Data> for the two layouts and three data kinds.
+#define QM_WALK_INSTANCES(prefix, Walk, T)              \
+    prefix struct Walk<T, PlainLayout, Linear>;         \
+    prefix struct Walk<T, PlainLayout, Category>;       \
+    prefix struct Walk<T, PlainLayout, UnevenlySpaced>; \
+    prefix struct Walk<T, RingLayout, Linear>;          \
+    prefix struct Walk<T, RingLayout, Category>;        \
+    prefix struct Walk<T, RingLayout, UnevenlySpaced>;
+

@@ -56,7 +56,7 @@ void NaNAwareWalk<TY, Layout, kData>::Execute(const XAxis& x, const TY* y, doubl
     }
 }
 
-QM_NAN_AWARE_WALKS_(template, double)
-QM_NAN_AWARE_WALKS_(template, float)
+QM_WALK_INSTANCES(template, NaNAwareWalk, double)
+QM_WALK_INSTANCES(template, NaNAwareWalk, float)
 
 }  // namespace qm

@@ -36,14 +36,7 @@ struct NaNAwareWalk {
                         const ResamplingArgs& args);
 };
 
-#define QM_NAN_AWARE_WALKS_(prefix, T)                          \
-    prefix struct NaNAwareWalk<T, PlainLayout, Linear>;         \
-    prefix struct NaNAwareWalk<T, PlainLayout, Category>;       \
-    prefix struct NaNAwareWalk<T, PlainLayout, UnevenlySpaced>; \
-    prefix struct NaNAwareWalk<T, RingLayout, Linear>;          \
-    prefix struct NaNAwareWalk<T, RingLayout, Category>;        \
-    prefix struct NaNAwareWalk<T, RingLayout, UnevenlySpaced>;
-QM_NAN_AWARE_WALKS_(extern template, double)
-QM_NAN_AWARE_WALKS_(extern template, float)
+QM_WALK_INSTANCES(extern template, NaNAwareWalk, double)
+QM_WALK_INSTANCES(extern template, NaNAwareWalk, float)
 
 }  // namespace qm

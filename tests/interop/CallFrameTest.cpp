@@ -1,0 +1,86 @@
+// The frame every export shares, and the run record the managed side fills.
+// It catches a reference check made after the body or out of parameter order
+// (a second report), a failure that escapes as an exception or reaches the
+// wrong callback row or text, a registration that does not replace the
+// earlier one, a string callback that gets called, a call before any
+// registration that faults instead of returning its empty result; a record
+// not made zeroed, two accessors sharing a field, HasNaN taken from its low
+// byte only, a setter that faults on a null record.
+
+#include "InterfaceTestSupport.h"
+
+using namespace qmtest;
+
+namespace {
+
+class CallFrameTest : public InterfaceTest {};
+
+// Precision 0xFFFFFFFF makes the step underflow to 0, so Min asks for room for
+// INT32_MIN points, which the vector refuses inside the guarded region.
+std::int32_t UpdateWithVanishingStep(QmIntVector* indices) {
+    QmExtremeResamplerDoubleDouble* engine = CSharp_new_ExtremeResamplerDoubleDouble();
+    const double xy[2] = {0.0, 1.0};
+    const std::int32_t count = CSharp_ExtremeResamplerDoubleDouble_UpdateIndices(
+        engine, indices, xy, xy, 2, MakeArgs({.end = 1, .width = 10, .maxX = 1, .precision = 0xFFFFFFFFu}).get());
+    CSharp_delete_ExtremeResamplerDoubleDouble(engine);
+    return count;
+}
+
+std::vector<std::string> otherLog;
+void OtherApplication(const char* m) { otherLog.push_back(std::string("application:") + m); }
+void OtherArgumentNull(const char* m, const char*) { otherLog.push_back(std::string("null:") + m); }
+void OtherException(const char*) { otherLog.push_back("wrong exception row"); }
+void OtherArgument(const char*, const char*) { otherLog.push_back("wrong argument row"); }
+char* OtherString(const char*) { return otherLog.push_back("string callback"), nullptr; }
+
+TEST_F(CallFrameTest, EachFailureReachesTheLastRegisteredCallbackOnce) {
+    VectorPtr indices = MakeVector({1, 2});
+    EXPECT_EQ(CSharp_ExtremeResamplerDoubleDouble_UpdateIndices(nullptr, nullptr, nullptr, nullptr, 1, nullptr), 0);
+    ExpectReport(Null("std::vector< int > & type is null"));  // the first null reference only
+    EXPECT_EQ(UpdateWithVanishingStep(indices.get()), 0);
+    ExpectReport(App("vector<T> too long"));
+    EXPECT_EQ(Contents(indices.get()), (Ints{1, 2}));
+
+    SWIGRegisterExceptionArgumentCallbacks_QuillmapCore(OtherArgument, OtherArgumentNull, OtherArgument);
+    SWIGRegisterExceptionCallbacks_QuillmapCore(OtherApplication, OtherException, OtherException, OtherException, OtherException,
+                                                OtherException, OtherException, OtherException, OtherException, OtherException,
+                                                OtherException);
+    SWIGRegisterStringCallback_QuillmapCore(OtherString);
+    EXPECT_EQ(CSharp_ExtremeResamplingHelpersWrapper_GetActualResampling(nullptr), 0);
+    EXPECT_EQ(UpdateWithVanishingStep(indices.get()), 0);
+    EXPECT_EQ(otherLog, (std::vector<std::string>{"null:ResamplingArgs & type is null", "application:vector<T> too long"}));
+
+    // With no callbacks there is nobody to tell; the call still returns its empty result.
+    SWIGRegisterExceptionCallbacks_QuillmapCore(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                                nullptr, nullptr);
+    SWIGRegisterExceptionArgumentCallbacks_QuillmapCore(nullptr, nullptr, nullptr);
+    EXPECT_EQ(CSharp_ExtremeResamplingHelpersWrapper_GetActualResampling(nullptr), 0);
+    EXPECT_EQ(UpdateWithVanishingStep(indices.get()), 0);
+    EXPECT_EQ(CSharp_IntVector_Repeat(1, -1), nullptr);
+    StartRecording();
+    EXPECT_EQ(otherLog.size(), 2u);
+}
+
+TEST_F(CallFrameTest, RunRecordKeepsEachFieldAsSet) {
+    ArgsPtr args(CSharp_new_ResamplingArgs());
+#define QM_EXPECT_ZERO_(Field, Type) EXPECT_EQ(CSharp_ResamplingArgs_##Field##_get(args.get()), Type{}) << #Field;
+    QM_RESAMPLING_ARGS_FIELDS(QM_EXPECT_ZERO_)
+    // Every field is set before any is read back, so that two accessors sharing one field would show.
+    int k = 0;
+#define QM_SET_(Field, Type) CSharp_ResamplingArgs_##Field##_set(args.get(), static_cast<Type>(-1000 * ++k - 1));
+    QM_RESAMPLING_ARGS_FIELDS(QM_SET_)
+#define QM_GET_(Field, Type) \
+    ++k;                     \
+    EXPECT_EQ(CSharp_ResamplingArgs_##Field##_get(args.get()), std::string(#Field) == "HasNaN" ? Type{1} : static_cast<Type>(-1000 * k - 1)) << #Field;
+    k = 0;
+    QM_RESAMPLING_ARGS_FIELDS(QM_GET_)
+    for (std::int32_t value : {256, 0x10000, 0}) {  // 256 has a zero low byte
+        CSharp_ResamplingArgs_HasNaN_set(args.get(), value);
+        EXPECT_EQ(CSharp_ResamplingArgs_HasNaN_get(args.get()), value != 0 ? 1 : 0) << value;
+    }
+#define QM_SET_ON_NULL_(Field, Type) CSharp_ResamplingArgs_##Field##_set(nullptr, Type{1});
+    QM_RESAMPLING_ARGS_FIELDS(QM_SET_ON_NULL_)
+    CSharp_delete_ResamplingArgs(nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,119 @@
+// All 120 type pairs through their exports, in whole runs the way the managed
+// side makes them and in the gather by index. It catches a pair wired to
+// another pair's instance, an element read with the wrong width or
+// signedness, a DateTime's kind bits taken for ticks, a 64-bit value
+// truncated instead of rounded, a Single not widened exactly, HasNaN honoured
+// where Y cannot hold NaN (or ignored where it can), a NotResampled run that
+// resamples, indices held before a run lost, and a gather that mixes up
+// slots and logical indices.
+
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "InterfaceTestSupport.h"
+
+using namespace qmtest;
+
+namespace {
+
+// The largest and the lowest value of each Y type as they must arrive in
+// double: unsigned stays positive, 64-bit integers round to nearest, Single
+// widens exactly.
+template <class TY>
+constexpr std::pair<double, double> kExtremes =
+    std::is_same_v<TY, double>          ? std::pair{1.7976931348623157e308, -1.7976931348623157e308}
+    : std::is_same_v<TY, float>         ? std::pair{3.4028234663852886e38, -3.4028234663852886e38}
+    : std::is_same_v<TY, std::int64_t>  ? std::pair{9223372036854775808.0, -9223372036854775808.0}
+    : std::is_same_v<TY, std::uint64_t> ? std::pair{18446744073709551616.0, 0.0}
+    : std::is_same_v<TY, std::int32_t>  ? std::pair{2147483647.0, -2147483648.0}
+    : std::is_same_v<TY, std::uint32_t> ? std::pair{4294967295.0, 0.0}
+    : std::is_same_v<TY, std::int16_t>  ? std::pair{32767.0, -32768.0}
+    : std::is_same_v<TY, std::uint16_t> ? std::pair{65535.0, 0.0}
+    : std::is_same_v<TY, std::uint8_t>  ? std::pair{255.0, 0.0}
+                                        : std::pair{127.0, -128.0};
+
+// X runs from 50 to 89, so no output X equals its index; Y is flat at 10 but
+// for the type's largest value at 21 and its lowest at 29. Over 5 pixels the
+// step is 4 and the grid starts at 48: buckets [0,3), [3,7), ..., [35,39),
+// [39,40) of 11 cells. A flat bucket gives its first point, the spike's
+// bucket 19 then 21, the dip's its maximum 27 before its minimum 29.
+template <class P>
+void CheckPair() {
+    using TX = typename P::X;
+    using TY = typename P::Y;
+    std::vector<TX> x;
+    std::vector<TY> y;
+    for (int i = 0; i < 40; ++i) {
+        x.push_back(Element<TX>(50 + i));
+        y.push_back(i == 21 ? std::numeric_limits<TY>::max() : i == 29 ? std::numeric_limits<TY>::lowest() : TY(10));
+    }
+    const Ints minMax{0, 3, 7, 11, 15, 19, 21, 23, 27, 29, 31, 35, 39};
+    Ints all(40);
+    std::iota(all.begin(), all.end(), 0);
+    // Data kind and HasNaN of a MinMax run, its points and the room it asks
+    // for: 11 cells of 2, a NaN-aware walk's whole vector (3 held before
+    // included), or every point of a run that is never resampled.
+    const bool nanAware = std::is_floating_point_v<TY>;
+    const std::tuple<std::int32_t, std::int32_t, Ints, std::int32_t> runs[] = {
+        {0, 0, minMax, 22}, {0, 1, minMax, nanAware ? 16 : 22}, {3, 1, all, 40}};
+    auto* engine = P::make();
+    for (const auto& [data, hasNaN, points, count] : runs) {
+        SCOPED_TRACE(testing::Message() << "data " << data << " HasNaN " << hasNaN);
+        const ArgsPtr args = MakeArgs({.data = data, .end = 39, .width = 5, .minX = 50, .maxX = 89, .hasNaN = hasNaN, .resampling = 1});
+        EXPECT_EQ(CSharp_ExtremeResamplingHelpersWrapper_GetActualResampling(args.get()), data == 3 ? 0 : 1);
+        VectorPtr indices = MakeVector({-4, -4, -4});
+        const Frame f = P::Run(engine, x.data(), y.data(), 1, args.get(), indices.get());
+        Ints expected{-4, -4, -4};
+        expected.insert(expected.end(), points.begin(), points.end());
+        ASSERT_EQ(f.indices, expected);
+        ASSERT_EQ(f.count, count);
+        // A NaN-aware Execute gathers for the whole vector: the held indices have no point and gather NaN.
+        const std::size_t skip = nanAware && hasNaN && data != 3 ? 3 : 0;
+        for (std::size_t k = 0; k < skip; ++k) EXPECT_TRUE(std::isnan(f.x[k]) && std::isnan(f.y[k]));
+        for (std::size_t k = 0; k < points.size(); ++k) {
+            const std::int32_t i = points[k];
+            EXPECT_EQ(f.x[skip + k], 50 + i);
+            EXPECT_EQ(f.y[skip + k], i == 21 ? kExtremes<TY>.first : i == 29 ? kExtremes<TY>.second : 10.0);
+        }
+        for (std::size_t k = skip + points.size(); k < f.x.size(); ++k) EXPECT_EQ(f.x[k], -7.25) << "past the points";
+        EXPECT_TRUE(skip || CSharp_IntVector_capacity(indices.get()) == 3 + count) << "the room is not reserved exactly";
+    }
+    P::destroy(engine);
+
+    // Logical 6, 2, 0 from eight slots holding x = 50 + slot, y = slot + 1 (the
+    // type's largest value in slot 7) and y1 = 20 + slot: in a ring of 8 with
+    // base 5 they lie in slots 3, 7, 5. A plain series never reads the size,
+    // and the index as X reads no X.
+    auto gather = [](std::int32_t size, std::int32_t base, bool indexAsX) {
+        std::vector<TX> gx;
+        std::vector<TY> gy, gy1;
+        for (int s = 0; s < 8; ++s) gx.push_back(Element<TX>(50 + s)), gy.push_back(s == 7 ? std::numeric_limits<TY>::max() : TY(s + 1)), gy1.push_back(TY(20 + s));
+        const Ints at{6, 2, 0};
+        std::vector<double> out(9, -1.0);
+        P::copy(indexAsX ? nullptr : gx.data(), gy.data(), gy1.data(), at.data(), out.data(), out.data() + 3, out.data() + 6, 3,
+                size, base, indexAsX);
+        return out;
+    };
+    const double top = kExtremes<TY>.first;
+    EXPECT_EQ(gather(8, 5, false), (std::vector<double>{53, 57, 55, 4, top, 6, 23, 27, 25}));
+    EXPECT_EQ(gather(8, 5, true), (std::vector<double>{6, 2, 0, 4, top, 6, 23, 27, 25}));
+    EXPECT_EQ(gather(0, 0, false), (std::vector<double>{56, 52, 50, 7, 3, 1, 26, 22, 20}));
+}
+
+struct PairCase {
+    const char* name;
+    void (*check)();
+};
+void PrintTo(const PairCase& c, std::ostream* os) { *os << c.name; }
+#define QM_PAIR_CASE_(XW, XT, YW, YT) PairCase{#XW #YW, &CheckPair<QM_PAIR_EXPORTS(XW, XT, YW, YT)>},
+const PairCase kPairs[] = {QM_FOR_EACH_PAIR(QM_PAIR_CASE_)};
+
+class TypeMatrix : public InterfaceTest, public ::testing::WithParamInterface<PairCase> {};
+
+TEST_P(TypeMatrix, RunsAndGathersKeepEveryValue) { GetParam().check(); }
+
+INSTANTIATE_TEST_SUITE_P(AllPairs, TypeMatrix, ::testing::ValuesIn(kPairs),
+                         [](const ::testing::TestParamInfo<PairCase>& pair) { return std::string(pair.param.name); });
+
+}  // namespace
