@@ -1,17 +1,64 @@
 #include "resampling/buckets/Reductions.h"
 
+#include "arrayops/Midrange.h"
+#include "arrayops/simd/IsaChoice.h"
 #include "model/ElementTypes.h"
-#include "resampling/buckets/Midpoint.h"
 #include "resampling/buckets/ScanSeeds.h"
 
 namespace qm {
 namespace {
 
-template <class TY, class Range>
-MinMaxPointSearchResult<TY> ScanBoth(const ArrayOperations<TY>& operations, const TY* y, const Range& range) {
-    MinMaxPointSearchResult<TY> result = ScanSeeds<TY>::Record();
-    range.ForEachPiece([&](std::int32_t a, std::int32_t b) { operations.MinMax(y, a, b, result); });
-    return result;
+// How a reduction reads its range. The bucket strategies scan through the
+// ArrayOperations; the Mid search, which the interface does not have, runs
+// the chosen ISA's kernel. Every scan answers where it stopped.
+template <class TY>
+struct ThroughOperations {
+    const ArrayOperations<TY>& operations;
+
+    std::int32_t Min(const TY* y, std::int32_t a, std::int32_t b, TY& value, std::int32_t& at) const {
+        operations.Min(y, a, b, value, at);
+        return b;
+    }
+    std::int32_t Max(const TY* y, std::int32_t a, std::int32_t b, TY& value, std::int32_t& at) const {
+        operations.Max(y, a, b, value, at);
+        return b;
+    }
+    std::int32_t MinMax(const TY* y, std::int32_t a, std::int32_t b, MinMaxPointSearchResult<TY>& r) const {
+        operations.MinMax(y, a, b, r);
+        return b;
+    }
+    NearestAnswer Nearest(const TY* y, const ScanPieces& pieces) const {
+        return simd::ActiveScans<TY>().nearestToMid(y, pieces);
+    }
+};
+
+// The scans of the NaN-aware strategies, which end in front of the first NaN.
+template <class TY>
+struct StoppingAtNaN {
+    const ScanTable<TY>& scans = simd::ActiveScans<TY>();
+
+    std::int32_t Min(const TY* y, std::int32_t a, std::int32_t b, TY& value, std::int32_t& at) const {
+        return scans.minToNaN(y, a, b, value, at);
+    }
+    std::int32_t Max(const TY* y, std::int32_t a, std::int32_t b, TY& value, std::int32_t& at) const {
+        return scans.maxToNaN(y, a, b, value, at);
+    }
+    std::int32_t MinMax(const TY* y, std::int32_t a, std::int32_t b, MinMaxPointSearchResult<TY>& r) const {
+        return scans.minMaxToNaN(y, a, b, r);
+    }
+    NearestAnswer Nearest(const TY* y, const ScanPieces& pieces) const { return scans.nearestToMidToNaN(y, pieces); }
+};
+
+// `scan(a, b)` over the pieces in order, each continuing from the last,
+// until one stops short; answers where the scanning stopped.
+template <class Range, class Scan>
+std::int32_t ScanPiecesOf(const Range& range, Scan&& scan) {
+    const ScanPieces pieces = range.Pieces();
+    for (std::int32_t k = 0; k < pieces.count; ++k) {
+        const std::int32_t stop = scan(pieces.start[k], pieces.end[k]);
+        if (stop != pieces.end[k]) return stop;
+    }
+    return pieces.end[pieces.count - 1];
 }
 
 // Both extremes in source order; one point when they coincide.
@@ -48,41 +95,41 @@ void PickMinOrMax(const Range& range, const MinMaxPointSearchResult<TY>& r, doub
         picks.Add(r.MaxIndex, max);
 }
 
-}  // namespace
-
-template <class TY, class Range>
-Picks Reduce(Reduction reduction, const ArrayOperations<TY>& operations, const TY* y, const Range& range,
-             double zeroLine) {
+template <class TY, class Range, class Scans>
+Picks ReduceWith(Reduction reduction, const Scans& scans, const TY* y, const Range& range, double zeroLine,
+                 std::int32_t& stop) {
     Picks picks;
     switch (reduction) {
         case Reduction::Min: {
             TY value = ScanSeeds<TY>::kMin;
             std::int32_t position = -1;
-            range.ForEachPiece([&](std::int32_t a, std::int32_t b) { operations.Min(y, a, b, value, position); });
+            stop = ScanPiecesOf(range, [&](std::int32_t a, std::int32_t b) { return scans.Min(y, a, b, value, position); });
             picks.Add(position, ToDouble(value));
             break;
         }
         case Reduction::Max: {
             TY value = ScanSeeds<TY>::kMax;
             std::int32_t position = -1;
-            range.ForEachPiece([&](std::int32_t a, std::int32_t b) { operations.Max(y, a, b, value, position); });
+            stop = ScanPiecesOf(range, [&](std::int32_t a, std::int32_t b) { return scans.Max(y, a, b, value, position); });
             picks.Add(position, ToDouble(value));
             break;
         }
         case Reduction::MinMax:
-            PickBoth(range, ScanBoth(operations, y, range), picks);
-            break;
         case Reduction::MinOrMax:
-        case Reduction::MinOrMaxNearest:
-            PickMinOrMax(range, ScanBoth(operations, y, range), zeroLine, reduction == Reduction::MinOrMaxNearest,
-                         picks);
+        case Reduction::MinOrMaxNearest: {
+            MinMaxPointSearchResult<TY> r = ScanSeeds<TY>::Record();
+            stop = ScanPiecesOf(range, [&](std::int32_t a, std::int32_t b) { return scans.MinMax(y, a, b, r); });
+            if (reduction == Reduction::MinMax)
+                PickBoth(range, r, picks);
+            else
+                PickMinOrMax(range, r, zeroLine, reduction == Reduction::MinOrMaxNearest, picks);
             break;
+        }
         case Reduction::Mid: {
-            const MinMaxPointSearchResult<TY> r = ScanBoth(operations, y, range);
-            const double mid = Midpoint(r.Max, r.Min);
-            const std::int32_t chosen = range.NearestOfPieces(
-                [&](std::int32_t a, std::int32_t b) { return NearestToMid(y, a, b, mid, a); },
-                [&](std::int32_t p) { return DistanceToMid(y[p], mid); });
+            const NearestAnswer answer = scans.Nearest(y, range.Pieces());
+            stop = answer.stop;
+            const std::int32_t chosen =
+                range.Until(stop).NearestOf(answer, [&](std::int32_t p) { return DistanceToMid(y[p], answer.mid); });
             picks.Add(chosen, ToDouble(y[chosen]));
             break;
         }
@@ -90,10 +137,29 @@ Picks Reduce(Reduction reduction, const ArrayOperations<TY>& operations, const T
     return picks;
 }
 
+}  // namespace
+
+template <class TY, class Range>
+Picks Reduce(Reduction reduction, const ArrayOperations<TY>& operations, const TY* y, const Range& range,
+             double zeroLine) {
+    std::int32_t stop;
+    return ReduceWith(reduction, ThroughOperations<TY>{operations}, y, range, zeroLine, stop);
+}
+
+template <class TY, class Range>
+Picks ReduceRun(Reduction reduction, const TY* y, const Range& range, double zeroLine, std::int32_t& runEnd) {
+    return ReduceWith(reduction, StoppingAtNaN<TY>{}, y, range, zeroLine, runEnd);
+}
+
 #define QM_INSTANTIATE_REDUCE_(ctx, W, T, N)                                                                \
     template Picks Reduce<T, PlainRange>(Reduction, const ArrayOperations<T>&, const T*, const PlainRange&, \
                                          double);                                                          \
     template Picks Reduce<T, RingRange>(Reduction, const ArrayOperations<T>&, const T*, const RingRange&, double);
 QM_Y_TYPES(QM_INSTANTIATE_REDUCE_, _)
+#define QM_INSTANTIATE_REDUCE_RUN_(T)                                                                \
+    template Picks ReduceRun<T, PlainRange>(Reduction, const T*, const PlainRange&, double, std::int32_t&); \
+    template Picks ReduceRun<T, RingRange>(Reduction, const T*, const RingRange&, double, std::int32_t&);
+QM_INSTANTIATE_REDUCE_RUN_(double)
+QM_INSTANTIATE_REDUCE_RUN_(float)
 
 }  // namespace qm
