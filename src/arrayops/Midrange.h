@@ -4,6 +4,7 @@
 // nearer to the middle than a given distance, which lets a search pass over
 // whole vectors with one packed test.
 
+#include <bit>
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
@@ -53,6 +54,18 @@ template <class TY>
     return 0.0;
 }
 
+// The neighbour of x towards +infinity (up) or -infinity, as nextafter
+// gives it, without a call into the C library.
+template <class F>
+[[gnu::always_inline]] inline F Step(F x, bool up) {
+    using Bits = std::conditional_t<sizeof(F) == 8, std::uint64_t, std::uint32_t>;
+    constexpr F kInfinity = std::numeric_limits<F>::infinity();
+    if (x != x || x == (up ? kInfinity : -kInfinity)) return x;
+    if (x == 0) return up ? std::numeric_limits<F>::denorm_min() : -std::numeric_limits<F>::denorm_min();
+    const Bits bits = std::bit_cast<Bits>(x);
+    return std::bit_cast<F>((x > 0) == up ? static_cast<Bits>(bits + 1) : static_cast<Bits>(bits - 1));
+}
+
 // For integers of up to 32 bits, whose values, middles and distances double
 // holds exactly, distances are multiples of 0.5; for other types any double.
 // The distance just above `d`: below it lie exactly the distances up to d.
@@ -61,7 +74,7 @@ template <class TY>
     if constexpr (std::is_integral_v<TY> && sizeof(TY) <= sizeof(std::int32_t))
         return d + 0.5;
     else
-        return std::nextafter(d, HUGE_VAL);
+        return Step(d, true);
 }
 
 // Every value whose distance to mid is below `bound` lies in [low, high].
@@ -95,12 +108,12 @@ template <class TY>
     const double above = mid + bound;
     if constexpr (std::is_floating_point_v<TY>) {
         // The exact ends may lie one step beyond the rounded ones.
-        const double low = std::nextafter(below, -HUGE_VAL);
-        const double high = std::nextafter(above, HUGE_VAL);
+        const double low = Step(below, false);
+        const double high = Step(above, true);
         TY lowT = Narrowed<TY>(low);
         TY highT = Narrowed<TY>(high);
-        if (static_cast<double>(lowT) > low) lowT = std::nextafter(lowT, -Limits::infinity());
-        if (static_cast<double>(highT) < high) highT = std::nextafter(highT, Limits::infinity());
+        if (static_cast<double>(lowT) > low) lowT = Step(lowT, false);
+        if (static_cast<double>(highT) < high) highT = Step(highT, true);
         return {lowT, highT, false};
     } else {
         double low, high;
@@ -110,8 +123,8 @@ template <class TY>
             high = std::ceil(above) - 1.0;
         } else {
             // A 64-bit value converts to double within 1024 of itself.
-            low = std::floor(std::nextafter(below, -HUGE_VAL)) - 1024.0;
-            high = std::ceil(std::nextafter(above, HUGE_VAL)) + 1024.0;
+            low = std::floor(Step(below, false)) - 1024.0;
+            high = std::ceil(Step(above, true)) + 1024.0;
         }
         const double lowest = static_cast<double>(Limits::lowest());
         const double largest = static_cast<double>(Limits::max());  // rounds up for 64 bits

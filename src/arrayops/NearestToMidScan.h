@@ -107,111 +107,134 @@ private:
         return n;
     }
 
+    // The stretch is searched, in the same pass that takes its value range,
+    // against the middle of everything before it, for elements nearer than
+    // the piece's best so far; the middle then moves to include it.
     void TakeStretch(Piece& piece, std::int32_t at, std::int32_t length) {
-        T low, high;
-        RangeOf(y_ + at, length, low, high);
-        if (min_ > low) min_ = low;
-        if (high > max_) max_ = high;
-        const double mid = Midpoint(max_, min_);
-        double bound = DBL_MAX;
-        if (piece.chosen >= 0) {
-            if (!(mid == mid_)) piece.distance = DistanceToMid(y_[piece.chosen], mid);
-            if (piece.distance < bound) bound = piece.distance;
-        }
-        mid_ = mid;
-        Record record{at, length, low, high, true, mid, -1, bound};
-        Search(at, length, mid, record.distance, record.chosen);
+        const double bound = piece.chosen >= 0 && piece.distance < DBL_MAX ? piece.distance : DBL_MAX;
+        Record record{at, length, T{}, T{}, true, mid_, -1, bound};
+        Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high);
         if (record.chosen >= 0) {
             piece.chosen = record.chosen;
             piece.distance = record.distance;
         }
+        if (min_ > record.low) min_ = record.low;
+        if (record.high > max_) max_ = record.high;
+        const double mid = Midpoint(max_, min_);
+        if (!(mid == mid_)) {
+            mid_ = mid;
+            if (piece.chosen >= 0) piece.distance = DistanceToMid(y_[piece.chosen], mid);
+        }
         Add(piece, record);
     }
 
-    // The value range of p[0, n), NaN left out; the scans' seeds start it,
-    // so a stretch of NaN only has low above high.
-    static void RangeOf(const T* p, std::int32_t n, T& low, T& high) {
-        low = std::numeric_limits<T>::max();
-        high = std::numeric_limits<T>::lowest();
-        std::int32_t i = 0;
-        if (n >= kLanes) {
-            V lanesLow[kChains], lanesHigh[kChains];
-            for (std::int32_t c = 0; c < kChains; ++c) {
-                lanesLow[c] = Ops::Splat(low);
-                lanesHigh[c] = Ops::Splat(high);
+    // Where the band ends are; an empty band is one no value falls in.
+    struct Lanes {
+        V low, high;
+        T lowT, highT;
+        explicit Lanes(const Band<T>& band) { Set(band); }
+        void Set(const Band<T>& band) {
+            lowT = band.empty ? std::numeric_limits<T>::max() : band.low;
+            highT = band.empty ? std::numeric_limits<T>::lowest() : band.high;
+            if constexpr (std::numeric_limits<T>::has_infinity) {
+                if (band.empty) lowT = std::numeric_limits<T>::infinity(), highT = -lowT;
             }
-            for (; n - i >= kChains * kLanes; i += kChains * kLanes) {
-                for (std::int32_t c = 0; c < kChains; ++c) {
-                    const V e = Ops::Load(p + i + c * kLanes);
-                    lanesLow[c] = Ops::Lower(lanesLow[c], e);
-                    lanesHigh[c] = Ops::Higher(lanesHigh[c], e);
-                }
-            }
-            for (; n - i >= kLanes; i += kLanes) {
-                const V e = Ops::Load(p + i);
-                lanesLow[0] = Ops::Lower(lanesLow[0], e);
-                lanesHigh[0] = Ops::Higher(lanesHigh[0], e);
-            }
-            if (i < n) {  // the last vector, overlapping the one before
-                const V e = Ops::Load(p + n - kLanes);
-                lanesLow[1] = Ops::Lower(lanesLow[1], e);
-                lanesHigh[1] = Ops::Higher(lanesHigh[1], e);
-                i = n;
-            }
-            using Low = Below<Ops>;
-            using High = Above<Ops>;
-            const V l = FoldLanes<Ops, Low>(Low::Keep(Low::Keep(lanesLow[0], lanesLow[1]), Low::Keep(lanesLow[2], lanesLow[3])));
-            const V h =
-                FoldLanes<Ops, High>(High::Keep(High::Keep(lanesHigh[0], lanesHigh[1]), High::Keep(lanesHigh[2], lanesHigh[3])));
-            low = l[0];
-            high = h[0];
+            low = Ops::Splat(lowT);
+            high = Ops::Splat(highT);
         }
-        for (; i < n; ++i) {
-            if (low > p[i]) low = p[i];
-            if (p[i] > high) high = p[i];
-        }
-    }
+        [[gnu::always_inline]] auto In(V e) const { return Ops::InBand(e, low, high); }
+        bool In(T e) const { return !(lowT > e) && !(e > highT) && e == e; }
+    };
 
-    // The first element of [at, at + n) with the smallest distance to mid
-    // below `bound`: `chosen` and `bound` become it and its distance; both
-    // stay as they are when there is none.
-    void Search(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen) const {
-        Band<T> band = BandOf<T>(mid, bound);
-        if (band.empty) return;
-        V low = Ops::Splat(band.low), high = Ops::Splat(band.high);
-        const T* p = y_ + at;
-        auto visit = [&](std::int32_t i) {
+    // What a pass keeps while it searches: the band and the best so far.
+    struct Search {
+        const T* p;
+        std::int32_t at;
+        double mid;
+        double& bound;
+        std::int32_t& chosen;
+        Lanes band;
+
+        // An element in the band: measured exactly, and taken only if
+        // strictly nearer; the band then narrows to the new distance.
+        void Visit(std::int32_t i) {
             const double d = DistanceToMid(p[i], mid);
-            if (!(bound > d)) return false;
+            if (!(bound > d)) return;
             bound = d;
             chosen = at + i;
-            band = BandOf<T>(mid, bound);
-            low = Ops::Splat(band.low);
-            high = Ops::Splat(band.high);
-            return band.empty;
-        };
-        constexpr std::int32_t kGroup = 4 * kLanes;
-        std::int32_t i = 0;
-        for (; n - i >= kLanes; i += kLanes) {
-            // Four vectors to a test while nothing is in the band.
-            if (n - i >= kGroup) {
-                auto in = Ops::InBand(Ops::Load(p + i), low, high);
-                for (std::int32_t c = 1; c < 4; ++c) in |= Ops::InBand(Ops::Load(p + i + c * kLanes), low, high);
-                if (!Ops::Any(in)) {
-                    i += kGroup - kLanes;
-                    continue;
+            band.Set(BandOf<T>(mid, bound));
+        }
+
+        // The vectors at p + i, k of them, of which some lane is in the band.
+        [[gnu::noinline]] void VisitVectors(std::int32_t i, std::int32_t k) {
+            for (std::int32_t v = i; v < i + k * kLanes; v += kLanes) {
+                std::uint64_t bits = Ops::ByteBits(band.In(Ops::Load(p + v)));
+                while (bits != 0) {
+                    const std::int32_t lane = Ops::LaneOf(bits);
+                    Visit(v + lane);
+                    const auto next = static_cast<unsigned>((lane + 1) * sizeof(T));
+                    bits = next >= 64 ? 0 : bits & (~std::uint64_t{0} << next) & Ops::ByteBits(band.In(Ops::Load(p + v)));
                 }
             }
-            std::uint64_t bits = Ops::ByteBits(Ops::InBand(Ops::Load(p + i), low, high));
-            while (bits != 0) {
-                const std::int32_t lane = Ops::LaneOf(bits);
-                if (visit(i + lane)) return;
-                const auto next = static_cast<unsigned>((lane + 1) * sizeof(T));
-                bits = next >= 64 ? 0 : bits & (~std::uint64_t{0} << next);
+        }
+    };
+
+    // One read of [at, at + n): the first element with the smallest
+    // distance to mid below `bound` (`chosen` and `bound` become it and its
+    // distance; both stay when there is none), and with kRange the value
+    // range of the numbers in it (the scans' seeds when it has none). Two
+    // chains a side keep the loop in registers; it waits on memory anyway.
+    template <bool kRange>
+    void Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen, T* low = nullptr,
+              T* high = nullptr) const {
+        Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
+        const T* p = search.p;
+        const V seedLow = Ops::Splat(std::numeric_limits<T>::max());
+        const V seedHigh = Ops::Splat(std::numeric_limits<T>::lowest());
+        V low0 = seedLow, low1 = seedLow, high0 = seedHigh, high1 = seedHigh;
+        V bandLow = search.band.low, bandHigh = search.band.high;
+        std::int32_t i = 0;
+        for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
+            const V e0 = Ops::Load(p + i), e1 = Ops::Load(p + i + kLanes);
+            const V e2 = Ops::Load(p + i + 2 * kLanes), e3 = Ops::Load(p + i + 3 * kLanes);
+            if constexpr (kRange) {
+                low0 = Ops::Lower(Ops::Lower(low0, e0), e2);
+                low1 = Ops::Lower(Ops::Lower(low1, e1), e3);
+                high0 = Ops::Higher(Ops::Higher(high0, e0), e2);
+                high1 = Ops::Higher(Ops::Higher(high1, e1), e3);
+            }
+            const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
+                            (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
+            if (Ops::Any(in)) [[unlikely]] {
+                search.VisitVectors(i, 4);
+                bandLow = search.band.low;
+                bandHigh = search.band.high;
             }
         }
-        for (; i < n; ++i)
-            if (!(band.low > p[i]) && !(p[i] > band.high) && p[i] == p[i] && visit(i)) return;
+        for (; n - i >= kLanes; i += kLanes) {
+            const V e = Ops::Load(p + i);
+            if constexpr (kRange) {
+                low0 = Ops::Lower(low0, e);
+                high0 = Ops::Higher(high0, e);
+            }
+            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
+        }
+        T lo = std::numeric_limits<T>::max(), hi = std::numeric_limits<T>::lowest();
+        if constexpr (kRange) {
+            if (i > 0) {
+                lo = FoldLanes<Ops, Below<Ops>>(Ops::Lower(low0, low1))[0];
+                hi = FoldLanes<Ops, Above<Ops>>(Ops::Higher(high0, high1))[0];
+            }
+        }
+        for (; i < n; ++i) {
+            if (kRange && lo > p[i]) lo = p[i];
+            if (kRange && p[i] > hi) hi = p[i];
+            if (search.band.In(p[i])) search.Visit(i);
+        }
+        if constexpr (kRange) {
+            *low = lo;
+            *high = hi;
+        }
     }
 
     void Add(Piece& piece, const Record& record) {
@@ -268,7 +291,7 @@ private:
             if (!(best > least) || least > reached) continue;
             double bound = cap < best ? cap : best;
             std::int32_t found = -1;
-            Search(record.at, record.length, mid, bound, found);
+            Pass<false>(record.at, record.length, mid, bound, found);
             if (found >= 0) {
                 best = bound;
                 chosen = found;
