@@ -5,13 +5,13 @@
 // start. Written once over a set of lane operations `Ops`.
 //
 // The middle is known only at the end, so the search is speculative. The
-// range goes in stretches that fit in L1; each is read from memory once,
-// for its own minimum and maximum and those of everything so far, and is
-// searched while it is still in L1 against the middle so far, for elements
-// nearer than the best one known (a packed test against the band of values
-// that can be that near passes over most vectors). A record keeps each
-// stretch's value range, the middle it was searched against and what it
-// found.
+// range goes in stretches of 16 KiB; each is read from memory once, and in
+// that one pass gives its minimum and maximum and is searched against the
+// middle of everything before it, for elements nearer than the best one
+// known (a packed test against the band of values that can be that near
+// passes over most vectors). A record keeps each stretch's value range, the
+// middle it was searched against and what it found. Stale stretches are
+// searched again at the end, from L2 for buckets of up to a few hundred KiB.
 //
 // At the end each piece is settled in order. A stretch searched against the
 // final middle gives its answer as it stands: it looked for everything
@@ -61,7 +61,7 @@ public:
 
 private:
     static constexpr std::int32_t kLanes = Ops::kLanes;
-    static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(4096 / sizeof(T));
+    static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(16384 / sizeof(T));
     static constexpr std::int32_t kRecords = 64;
 
     // One stretch, or several neighbours merged when the records ran out.
