@@ -106,6 +106,7 @@ struct Extreme {
     V running{};               // the running value in every lane
     const T* won = nullptr;    // the last stretch that beat the running value
     std::int32_t wonAt = 0;    // its position
+    std::int32_t wonLength = 0;
 
     void Visit(T e, std::int32_t i) {
         if (Rule::Beats(e, value)) {
@@ -121,24 +122,28 @@ struct Extreme {
 
     [[gnu::always_inline]] void Take(std::int32_t c, V e) { chain[c] = Rule::Keep(chain[c], e); }
 
-    // After the stretch at p (position at): did it beat the running value?
-    // The chains hold everything so far, and every lane of them is at best
-    // equal to the running value until this stretch, so a lane that beats it
-    // came from this stretch.
-    [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at) {
+    // After the stretch of n elements at p (position at): did it beat the
+    // running value? The chains hold everything so far, and every lane of
+    // them is at best equal to the running value until this stretch, so a
+    // lane that beats it came from this stretch.
+    [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) {
         const V merged = Rule::Keep(Rule::Keep(chain[0], chain[1]), Rule::Keep(chain[2], chain[3]));
         if (!Ops::Any(Rule::Beats(merged, running))) return;
         running = FoldLanes<Ops, Rule>(merged);
         won = p;
         wonAt = at;
+        wonLength = n;
     }
 
-    // The winner is in the last stretch that won, so the search stops
-    // inside it.
+    // The winner is in the last stretch that won: in its whole vectors, or
+    // else in the vector that ends it.
     [[gnu::always_inline]] void Finish() {
         if (won == nullptr) return;
         const V final = running;
-        const std::int32_t k = FirstSelected<Ops>(won, kStretch<T> + kLanes, [final](V e) { return Ops::Equal(e, final); });
+        auto equal = [final](V e) { return Ops::Equal(e, final); };
+        const std::int32_t whole = wonLength / kLanes * kLanes;
+        std::int32_t k = FirstSelected<Ops>(won, whole, equal);
+        if (k == whole) k = wonLength - kLanes + FirstSelected<Ops>(won + wonLength - kLanes, kLanes, equal);
         value = won[k];
         index = wonAt + k;
         won = nullptr;
@@ -153,7 +158,7 @@ struct OneSide {
     void Visit(T e, std::int32_t i) { side.Visit(e, i); }
     void Start() { side.Start(); }
     [[gnu::always_inline]] void Take(std::int32_t c, typename Ops::V e) { side.Take(c, e); }
-    [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at) { side.EndStretch(p, at); }
+    [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) { side.EndStretch(p, at, n); }
     void Finish() { side.Finish(); }
 };
 
@@ -183,9 +188,9 @@ struct MinMaxScan {
         min.Take(c, e);
         max.Take(c, e);
     }
-    [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at) {
-        max.EndStretch(p, at);
-        min.EndStretch(p, at);
+    [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) {
+        max.EndStretch(p, at, n);
+        min.EndStretch(p, at, n);
     }
     void Finish() {
         max.Finish();
@@ -225,31 +230,31 @@ std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32
     }
     tracker.Start();
     std::int32_t i = start;
-    std::int32_t stop = end;
     while (i < end) {
-        // A stretch, or what is left of whole vectors; then the last vector,
-        // overlapping the one before.
-        std::int32_t n = end - i > kStretch<T> ? kStretch<T> : (end - i) / kLanes * kLanes;
-        if (n == 0) {
-            i = end - kLanes;
-            n = kLanes;
-        }
+        // A stretch, or the rest: its whole vectors and, when the range does
+        // not end on one, the last vector, overlapping the one before.
+        const std::int32_t n = end - i > kStretch<T> ? kStretch<T> : end - i;
+        const std::int32_t whole = n / kLanes * kLanes;
         if constexpr (kStopAtNaN) {
-            const std::int32_t nan = FirstNaNIn<Ops>(data + i, n);
-            if (nan != n) {
-                TakeVectors<Ops>(tracker, data + i, nan / kLanes * kLanes);
-                tracker.EndStretch(data + i, i);
+            const std::int32_t nan = FirstNaNIn<Ops>(data + i, whole);
+            const std::int32_t tailNaN = nan == whole && whole != n ? FirstNaNIn<Ops>(data + end - kLanes, kLanes) : kLanes;
+            if (nan != whole || tailNaN != kLanes) {
+                const std::int32_t stop = nan != whole ? i + nan : end - kLanes + tailNaN;
+                const std::int32_t taken = (stop - i) / kLanes * kLanes;
+                TakeVectors<Ops>(tracker, data + i, taken);
+                tracker.EndStretch(data + i, i, taken);
                 tracker.Finish();
-                for (std::int32_t k = i + nan / kLanes * kLanes; k < i + nan; ++k) tracker.Visit(data[k], k);
-                return i + nan;
+                for (std::int32_t k = i + taken; k < stop; ++k) tracker.Visit(data[k], k);
+                return stop;
             }
         }
-        TakeVectors<Ops>(tracker, data + i, n);
-        tracker.EndStretch(data + i, i);
+        TakeVectors<Ops>(tracker, data + i, whole);
+        if (whole != n) tracker.Take(kChains - 1, Ops::Load(data + end - kLanes));
+        tracker.EndStretch(data + i, i, n);
         i += n;
     }
     tracker.Finish();
-    return stop;
+    return end;
 }
 
 // The first position of [start, end) that holds a number (not NaN), or end.
