@@ -1,8 +1,8 @@
 // quillmap_nan_resampling_bench: whole NaN-aware runs (UpdateIndices walks,
 // Execute gathers, through the C exports) of a 10^8-point series with 1 % of
 // its points in NaN runs of random length, to a 1920-pixel viewport, for
-// Linear, Uneven and ring layouts, Double and Single Y, next to the summing
-// baseline over the same Y array.
+// Linear, Uneven and ring layouts, the five modes, Double and Single Y, next
+// to the summing baseline over the same Y array.
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +14,7 @@
 #include <benchmark/benchmark.h>
 
 #include "BenchFailures.h"
+#include "IsaCases.h"
 #include "RatioReporter.h"
 #include "RunExports.h"
 #include "SeriesArrays.h"
@@ -30,10 +31,10 @@ constexpr std::int32_t kViewportWidth = 1920;
 // The random walk of the other benchmarks with NaN runs of 1 to 199 points
 // laid over it until 1 % of the points are NaN.
 template <class YT>
-const YT* WalkWithGaps() {
+const YT* WalkWithGaps(std::int32_t) {
     static const std::vector<YT> y = [] {
         const std::int64_t n = SeriesPoints();
-        const double* walk = WalkDouble();
+        const double* walk = Walk<double>(SeriesPoints());
         std::vector<YT> v(walk, walk + n);
         std::mt19937_64 rng(17);
         for (std::int64_t gaps = 0; gaps < n / 100;) {
@@ -57,7 +58,7 @@ struct Mode {
     const char* name;
     std::int32_t value;
 };
-constexpr Mode kModes[] = {{"MinMax", 1}, {"Max", 3}};
+constexpr Mode kModes[] = {{"MinMax", 1}, {"Min", 2}, {"Max", 3}, {"Mid", 4}, {"MinOrMax", 5}};
 
 template <class YT>
 void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
@@ -66,8 +67,8 @@ void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
     static QmIntVector* indices = CSharp_new_IntVector__SWIG_0();
     static std::vector<double> outX, outY;
     const std::int32_t n = SeriesPoints();
-    const double* x = layout.ring ? RingX() : layout.data == 2 ? UnevenX() : EvenX();
-    const YT* y = WalkWithGaps<YT>();
+    const double* x = layout.ring ? RingX() : layout.data == 2 ? UnevenX() : EvenX(n);
+    const YT* y = WalkWithGaps<YT>(n);
     QmResamplingArgs* args = CSharp_new_ResamplingArgs();
     CSharp_ResamplingArgs_Data_set(args, layout.data);
     CSharp_ResamplingArgs_EndIndex_set(args, n - 1);
@@ -91,20 +92,20 @@ void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
     if (auto failure = TakeFailure()) state.SkipWithError(failure->c_str());
     state.counters["points_out"] = CSharp_IntVector_size(indices);
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(YT)));
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
     CSharp_delete_ResamplingArgs(args);
 }
 
 template <class YT>
 void RegisterY(const std::string& word) {
     const std::string sum = word + "/Sum";
-    RegisterSumOfSeries<YT>(sum, &WalkWithGaps<YT>);
+    RegisterSumOfSeries<YT>(sum, &WalkWithGaps<YT>, SeriesPoints());
     for (const Layout& layout : kLayouts)
         for (const Mode& mode : kModes) {
             const std::string name = word + "/NaN/" + layout.name + "/" + mode.name;
-            benchmark::RegisterBenchmark(name.c_str(), [&layout, &mode](benchmark::State& state) {
+            RegisterOnIsas(name, sum, benchmark::kMillisecond, [&layout, &mode](benchmark::State& state) {
                 RunCase<YT>(state, layout, mode.value);
-            })->Unit(benchmark::kMillisecond);
-            SetBaseline(name, sum);
+            });
         }
 }
 

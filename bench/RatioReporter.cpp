@@ -28,6 +28,8 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         auto [entry, added] = measured_.try_emplace(name);
         if (added) order_.push_back(name);
         entry->second.bytesPerSecondSum += counter->second.value;
+        const auto items = run.counters.find("items_per_second");
+        if (items != run.counters.end()) entry->second.itemsPerSecondSum += items->second.value;
         ++entry->second.runs;
     }
 }
@@ -35,21 +37,25 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
 void RatioReporter::Finalize() {
     if (measured_.empty()) return;
     // Decimal units here; Google Benchmark's own table counts 1024-based G/s.
-    std::printf("\n%-40s %12s %12s %8s\n", "case", "GB/s", "sum GB/s", "ratio");
+    // `ratio` is speed over the baseline's, `time` its inverse: the time of
+    // the case in units of the summing loop's time over the same data.
+    std::printf("\n%-40s %8s %8s %10s %8s %8s\n", "case", "pts/ns", "GB/s", "sum GB/s", "ratio", "time");
     for (const std::string& name : order_) {
-        const double rate = measured_[name].Mean() / 1e9;
+        const Throughput& own = measured_[name];
+        const double rate = own.Mean() / 1e9;
+        std::printf("%-40s %8.3f %8.2f ", name.c_str(), own.MeanItems() / 1e9, rate);
         const auto baseline = Baselines().find(name);
         if (baseline == Baselines().end()) {
-            std::printf("%-40s %12.2f %12s %8s\n", name.c_str(), rate, "(baseline)", "");
+            std::printf("%10s\n", "(baseline)");
             continue;
         }
         const auto measuredBaseline = measured_.find(baseline->second);
         if (measuredBaseline == measured_.end()) {
-            std::printf("%-40s %12.2f %12s %8s\n", name.c_str(), rate, "not run", "");
+            std::printf("%10s\n", "not run");
             continue;
         }
         const double baseRate = measuredBaseline->second.Mean() / 1e9;
-        std::printf("%-40s %12.2f %12.2f %8.2f\n", name.c_str(), rate, baseRate, rate / baseRate);
+        std::printf("%10.2f %8.2f %8.2f\n", baseRate, rate / baseRate, baseRate / rate);
     }
     std::fflush(stdout);
 }

@@ -22,8 +22,10 @@ public:
 private:
     struct Throughput {
         double bytesPerSecondSum = 0.0;
+        double itemsPerSecondSum = 0.0;  // elements (points) per second
         int runs = 0;
         double Mean() const { return runs ? bytesPerSecondSum / runs : 0.0; }
+        double MeanItems() const { return runs ? itemsPerSecondSum / runs : 0.0; }
     };
     std::map<std::string, Throughput> measured_;
     std::vector<std::string> order_;

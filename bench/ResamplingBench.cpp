@@ -1,7 +1,9 @@
 // quillmap_resampling_bench: whole resampling runs (UpdateIndices + Execute
 // through the C exports) of a 10^8-point series to a 1920-pixel viewport,
-// for four layouts and four modes, with Double and Int16 Y, next to the
-// summing baseline over the same Y array.
+// for four layouts and five modes, with Double, Single, Int32, Int16 and Byte
+// Y, next to the summing baseline over the same Y array; and a run that
+// stays in cache (32 Ki points in buckets of 32, MinMax), where the cost of
+// each bucket's call chain shows.
 
 #include <cstdint>
 #include <string>
@@ -23,6 +25,9 @@ namespace {
 
 constexpr std::int32_t kViewportWidth = 1920;
 
+// 32 Ki points on 1000 pixels: 32.8 points a pixel, a grid step of 32.
+constexpr std::int32_t kInCachePoints = 32 * 1024;
+constexpr std::int32_t kInCacheWidth = 1000;
 
 enum Data : std::int32_t { kLinear = 0, kCategory = 1, kUnevenlySpaced = 2 };
 
@@ -33,26 +38,33 @@ struct Layout {
 };
 constexpr Layout kLayouts[] = {
     {"Linear", kLinear, false}, {"Category", kCategory, false}, {"Uneven", kUnevenlySpaced, false}, {"Ring", kLinear, true}};
+constexpr Layout kInCache = {"InCache", kLinear, false};
 
 struct Mode {
     const char* name;
     std::int32_t value;
 };
-constexpr Mode kModes[] = {{"MinMax", 1}, {"Min", 2}, {"Mid", 4}, {"MinOrMax", 5}};
+constexpr Mode kModes[] = {{"MinMax", 1}, {"Min", 2}, {"Max", 3}, {"Mid", 4}, {"MinOrMax", 5}};
+constexpr Mode kMinMax = kModes[0];
 
-const double* XOf(const Layout& layout) {
+struct Series {
+    std::int32_t points;
+    std::int32_t width;
+};
+
+const double* XOf(const Layout& layout, std::int32_t n) {
     if (layout.ring) return RingX();
-    return layout.data == kUnevenlySpaced ? UnevenX() : EvenX();
+    return layout.data == kUnevenlySpaced ? UnevenX() : EvenX(n);
 }
 
-QmResamplingArgs* MakeArgs(const Layout& layout, std::int32_t mode, const double* x) {
-    const std::int32_t n = SeriesPoints();
+QmResamplingArgs* MakeArgs(const Layout& layout, std::int32_t mode, const double* x, const Series& series) {
+    const std::int32_t n = series.points;
     QmResamplingArgs* args = CSharp_new_ResamplingArgs();
     CSharp_ResamplingArgs_Resampling_set(args, mode);
     CSharp_ResamplingArgs_Data_set(args, layout.data);
     CSharp_ResamplingArgs_StartIndex_set(args, 0);
     CSharp_ResamplingArgs_EndIndex_set(args, n - 1);
-    CSharp_ResamplingArgs_ViewportWidth_set(args, kViewportWidth);
+    CSharp_ResamplingArgs_ViewportWidth_set(args, series.width);
     CSharp_ResamplingArgs_ResamplingPrecision_set(args, 0);
     // The whole series is visible. Category X is the index; the even X are
     // the index too; the uneven X go from their first to their last value.
@@ -82,11 +94,12 @@ Reused<YT>& ReusedFor() {
 }
 
 template <class YT>
-void RunCase(benchmark::State& state, const YT* y, const Layout& layout, std::int32_t mode) {
+void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode, const Series& series) {
     using Api = RunExports<YT>;
     Reused<YT>& r = ReusedFor<YT>();
-    const double* x = XOf(layout);
-    QmResamplingArgs* args = MakeArgs(layout, mode, x);
+    const double* x = XOf(layout, series.points);
+    const YT* y = Walk<YT>(series.points);
+    QmResamplingArgs* args = MakeArgs(layout, mode, x, series);
     TakeFailure();
     const std::int32_t actual = CSharp_ExtremeResamplingHelpersWrapper_GetActualResampling(args);
     CSharp_IntVector_Clear(r.indices);
@@ -108,8 +121,9 @@ void RunCase(benchmark::State& state, const YT* y, const Layout& layout, std::in
         }
         if (auto late = TakeFailure()) state.SkipWithError(late->c_str());
         state.counters["points_out"] = CSharp_IntVector_size(r.indices);
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * SeriesPoints() *
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * series.points *
                                 static_cast<std::int64_t>(sizeof(YT)));
+        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * series.points);
     }
     CSharp_delete_ResamplingArgs(args);
 }
@@ -136,32 +150,43 @@ std::int64_t HandMinMax(const YT* y, std::int32_t n) {
 }
 
 template <class YT>
-void RegisterY(const std::string& word, const YT* (*yArray)()) {
+void RegisterY(const std::string& word) {
+    const Series whole{SeriesPoints(), kViewportWidth};
     const std::string sum = word + "/Sum";
-    RegisterSumOfSeries<YT>(sum, yArray);
+    RegisterSumOfSeries<YT>(sum, &Walk<YT>, whole.points);
     const std::string hand = word + "/HandMinMax";
-    benchmark::RegisterBenchmark(hand.c_str(), [yArray](benchmark::State& state) {
-        const YT* y = yArray();
+    benchmark::RegisterBenchmark(hand.c_str(), [](benchmark::State& state) {
+        const YT* y = Walk<YT>(SeriesPoints());
         for (auto _ : state) benchmark::DoNotOptimize(HandMinMax(y, SeriesPoints()));
         state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * SeriesPoints() *
                                 static_cast<std::int64_t>(sizeof(YT)));
+        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * SeriesPoints());
     })->Unit(benchmark::kMillisecond);
     SetBaseline(hand, sum);
     for (const Layout& layout : kLayouts) {
         for (const Mode& mode : kModes) {
             const std::string name = word + "/" + layout.name + "/" + mode.name;
-            RegisterOnIsas(name, sum, benchmark::kMillisecond, [yArray, &layout, &mode](benchmark::State& state) {
-                RunCase<YT>(state, yArray(), layout, mode.value);
+            RegisterOnIsas(name, sum, benchmark::kMillisecond, [&layout, &mode, whole](benchmark::State& state) {
+                RunCase<YT>(state, layout, mode.value, whole);
             });
         }
     }
+    const Series small{kInCachePoints, kInCacheWidth};
+    const std::string smallSum = word + "/InCache/Sum";
+    RegisterSumOfSeries<YT>(smallSum, &Walk<YT>, small.points, benchmark::kMicrosecond);
+    RegisterOnIsas(word + "/InCache/MinMax", smallSum, benchmark::kMicrosecond, [small](benchmark::State& state) {
+        RunCase<YT>(state, kInCache, kMinMax.value, small);
+    });
 }
 
 }  // namespace
 
 void RegisterCases() {
-    RegisterY<double>("Double", WalkDouble);
-    RegisterY<std::int16_t>("Int16", WalkInt16);
+    RegisterY<double>("Double");
+    RegisterY<float>("Single");
+    RegisterY<std::int32_t>("Int32");
+    RegisterY<std::int16_t>("Int16");
+    RegisterY<std::uint8_t>("Byte");
 }
 
 }  // namespace bench

@@ -30,6 +30,7 @@ constexpr ArraySize kSizes[] = {{32 * 1024, "32Ki", benchmark::kMicrosecond},
 template <class T>
 void SetBytes(benchmark::State& state, std::int32_t n) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(T)));
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
 }
 
 // A scan case: the call gets the handle, the array, its length and a record,

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 namespace bench {
 
@@ -27,16 +29,16 @@ private:
 };
 
 template <class T, class Fill>
-const T* Made(std::unique_ptr<T[]>& array, Fill fill) {
+const T* Made(std::unique_ptr<T[]>& array, Fill fill, std::int32_t n = SeriesPoints()) {
     if (!array) {
-        array = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(SeriesPoints()));
-        fill(array.get(), SeriesPoints());
+        array = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(n));
+        fill(array.get(), n);
     }
     return array.get();
 }
 
 // A walk that wanders within about +-1, with noise of +-0.25 on top.
-class Walk {
+class RandomWalk {
 public:
     double Next() {
         walk_ = std::clamp(walk_ + (random_.Unit() - 0.5) * 0.01, -1.0, 1.0);
@@ -47,6 +49,22 @@ private:
     Random random_{42};
     double walk_ = 0.0;
 };
+
+// Arrays of any length, one per (type, length), kept for the program.
+template <class T, class Fill>
+const T* MadeOnce(std::int32_t n, Fill fill) {
+    static std::map<std::int32_t, std::unique_ptr<T[]>> arrays;
+    return Made(arrays[n], fill, n);
+}
+
+// The walk's +-1.25 onto most of YT's range.
+template <class YT>
+YT Scaled(double w) {
+    if constexpr (std::is_floating_point_v<YT>) return static_cast<YT>(w);
+    else if constexpr (std::is_same_v<YT, std::int32_t>) return static_cast<YT>(std::lround(w * 1.6e9));
+    else if constexpr (std::is_same_v<YT, std::int16_t>) return static_cast<YT>(std::lround(w * 25'000.0));
+    else return static_cast<YT>(std::lround((w + 1.25) * 100.0));
+}
 
 }  // namespace
 
@@ -61,10 +79,9 @@ std::int32_t SeriesPoints() {
 
 std::int32_t RingBaseIndex() { return SeriesPoints() / 3 + 7; }
 
-const double* EvenX() {
-    static std::unique_ptr<double[]> x;
-    return Made(x, [](double* v, std::int32_t n) {
-        for (std::int32_t i = 0; i < n; ++i) v[i] = i;
+const double* EvenX(std::int32_t n) {
+    return MadeOnce<double>(n, [](double* v, std::int32_t count) {
+        for (std::int32_t i = 0; i < count; ++i) v[i] = i;
     });
 }
 
@@ -90,20 +107,18 @@ const double* UnevenX() {
     });
 }
 
-const double* WalkDouble() {
-    static std::unique_ptr<double[]> y;
-    return Made(y, [](double* v, std::int32_t n) {
-        Walk walk;
-        for (std::int32_t i = 0; i < n; ++i) v[i] = walk.Next();
+template <class YT>
+const YT* Walk(std::int32_t n) {
+    return MadeOnce<YT>(n, [](YT* v, std::int32_t count) {
+        RandomWalk walk;
+        for (std::int32_t i = 0; i < count; ++i) v[i] = Scaled<YT>(walk.Next());
     });
 }
 
-const std::int16_t* WalkInt16() {
-    static std::unique_ptr<std::int16_t[]> y;
-    return Made(y, [](std::int16_t* v, std::int32_t n) {
-        Walk walk;  // the same walk, scaled to most of the int16 range
-        for (std::int32_t i = 0; i < n; ++i) v[i] = static_cast<std::int16_t>(std::lround(walk.Next() * 25'000.0));
-    });
-}
+template const double* Walk<double>(std::int32_t);
+template const float* Walk<float>(std::int32_t);
+template const std::int32_t* Walk<std::int32_t>(std::int32_t);
+template const std::int16_t* Walk<std::int16_t>(std::int32_t);
+template const std::uint8_t* Walk<std::uint8_t>(std::int32_t);
 
 }  // namespace bench

@@ -1,8 +1,8 @@
 #pragma once
-// The big series of the whole-run benchmarks, 10^8 points unless
-// QM_BENCH_POINTS says otherwise. Each array is made on first use and kept
-// for the whole program, so no case pays for another's data and a filtered
-// run only allocates what it touches.
+// The series of the whole-run benchmarks: 10^8 points unless QM_BENCH_POINTS
+// says otherwise, and smaller ones for the cache-resident runs. Each array
+// is made on first use and kept for the whole program, so no case pays for
+// another's data and a filtered run only allocates what it touches.
 
 #include <cstdint>
 
@@ -11,13 +11,15 @@ namespace bench {
 std::int32_t SeriesPoints();
 std::int32_t RingBaseIndex();  // slot of logical index 0 in the ring arrays
 
-const double* EvenX();    // 0, 1, 2, ...: the Linear and Category layouts
-const double* RingX();    // EvenX stored as a full ring starting at RingBaseIndex
-const double* UnevenX();  // jittered spacing with a hole of 2 % of the range
+const double* EvenX(std::int32_t n);  // 0, 1, 2, ...: the Linear and Category layouts
+const double* RingX();                // EvenX stored as a full ring starting at RingBaseIndex
+const double* UnevenX();              // jittered spacing with a hole of 2 % of the range
 
-// A noisy random walk, so each bucket has its own extremes; the ring cases
-// read the same array as a ring (only the layout of X matters to them).
-const double* WalkDouble();
-const std::int16_t* WalkInt16();
+// A noisy random walk of n points scaled to most of YT's range, so each
+// bucket has its own extremes; the ring cases read the same array as a ring
+// (only the layout of X matters to them). Defined for double, float,
+// int32_t, int16_t and uint8_t.
+template <class YT>
+const YT* Walk(std::int32_t n);
 
 }  // namespace bench

@@ -1,5 +1,5 @@
 #pragma once
-// Registers the summing yardstick over a whole Y series, so that each
+// Registers the summing yardstick over a Y series of n points, so that each
 // program reports it beside its own cases in bytes of Y per second.
 
 #include <benchmark/benchmark.h>
@@ -7,23 +7,22 @@
 #include <cstdint>
 #include <string>
 
-#include "SeriesArrays.h"
 #include "SumBaseline.h"
 
 namespace bench {
 
 template <class YT>
-void RegisterSumOfSeries(const std::string& name, const YT* (*yArray)()) {
-    benchmark::RegisterBenchmark(name.c_str(), [yArray](benchmark::State& state) {
-        const YT* y = yArray();
-        const auto n = static_cast<std::size_t>(SeriesPoints());
+void RegisterSumOfSeries(const std::string& name, const YT* (*yArray)(std::int32_t), std::int32_t n,
+                         benchmark::TimeUnit unit = benchmark::kMillisecond) {
+    benchmark::RegisterBenchmark(name.c_str(), [yArray, n](benchmark::State& state) {
+        const YT* y = yArray(n);
         for (auto _ : state) {
-            auto total = SumAll(y, n);
+            auto total = SumAll(y, static_cast<std::size_t>(n));
             benchmark::DoNotOptimize(total);
         }
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(n) *
-                                static_cast<std::int64_t>(sizeof(YT)));
-    })->Unit(benchmark::kMillisecond);
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(YT)));
+        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
+    })->Unit(unit);
 }
 
 }  // namespace bench

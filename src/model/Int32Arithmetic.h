@@ -34,8 +34,17 @@ inline std::int32_t TruncateToInt32(double value) {
     return INT32_MIN;
 }
 
-// Rounds halves away from zero.
-inline double RoundHalfAwayFromZero(double value) { return std::round(value); }
+// Rounds halves away from zero, as std::round does, without its call into
+// the C library (a walk rounds once per bucket). Beyond 2^52 every double
+// is whole; below, dropping the fraction through int64 is exact, and so is
+// the fraction itself.
+inline double RoundHalfAwayFromZero(double value) {
+    if (!(std::fabs(value) < 4503599627370496.0)) return value;  // whole, infinite or NaN
+    const double whole = static_cast<double>(static_cast<std::int64_t>(value));
+    const double fraction = value - whole;
+    const double rounded = fraction >= 0.5 ? whole + 1.0 : fraction <= -0.5 ? whole - 1.0 : whole;
+    return std::copysign(rounded, value);
+}
 
 // The slot of logical index i in a ring of `size` slots whose oldest point is
 // at `baseIndex`, with the truncating remainder.

@@ -51,6 +51,11 @@ struct Ops : LaneBasics<Tag, T, 32> {
     [[gnu::always_inline]] static bool Any(Mask mask) {
         return !_mm256_testz_si256((__m256i)mask, (__m256i)mask);
     }
+
+    template <class Mask>
+    [[gnu::always_inline]] static std::uint64_t ByteBits(Mask mask) {
+        return static_cast<std::uint32_t>(_mm256_movemask_epi8((__m256i)mask));
+    }
 };
 
 }  // namespace qm::simd::avx2

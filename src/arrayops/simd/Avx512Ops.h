@@ -61,6 +61,11 @@ struct Ops : LaneBasics<Tag, T, 64> {
     [[gnu::always_inline]] static bool Any(Mask mask) {
         return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0;
     }
+
+    template <class Mask>
+    [[gnu::always_inline]] static std::uint64_t ByteBits(Mask mask) {
+        return _mm512_movepi8_mask((__m512i)mask);
+    }
 };
 
 }  // namespace qm::simd::avx512

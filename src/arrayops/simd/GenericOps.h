@@ -26,6 +26,16 @@ struct Ops : LaneBasics<Tag, T, 16> {
         std::memcpy(words, &mask, sizeof words);
         return (words[0] | words[1]) != 0;
     }
+
+    template <class Mask>
+    [[gnu::always_inline]] static std::uint64_t ByteBits(Mask mask) {
+        static_assert(sizeof(Mask) == 16);
+        unsigned char bytes[16];
+        std::memcpy(bytes, &mask, sizeof bytes);
+        std::uint64_t bits = 0;
+        for (int k = 0; k < 16; ++k) bits |= static_cast<std::uint64_t>(bytes[k] >> 7) << k;
+        return bits;
+    }
 };
 
 }  // namespace qm::simd::generic

@@ -1,19 +1,13 @@
 #include "arrayops/simd/IsaChoice.h"
 
-#include <atomic>
-
-#include "arrayops/simd/IsaScans.h"
 #include "quillmap/QuillmapTypes.h"
 
 namespace qm::simd {
 
+// Choosing twice on a race gives the same answer, so relaxed order is enough.
+constinit std::atomic<const IsaScans*> gActiveScans{nullptr};
+
 namespace {
-
-constexpr int kUnchosen = -1;
-
-// Constant-initialised, so the library has no start-up work. Choosing twice
-// on a race gives the same answer, so a relaxed store is enough.
-constinit std::atomic<int> chosen{kUnchosen};
 
 Isa Detect() {
 #if QM_X86_ISAS
@@ -25,6 +19,21 @@ Isa Detect() {
 #else
     return Isa::Generic;
 #endif
+}
+
+const IsaScans& TablesOf(Isa isa) {
+    switch (isa) {
+#if QM_X86_ISAS
+        case Isa::Sse2:
+            return kSse2Scans;
+        case Isa::Avx2:
+            return kAvx2Scans;
+        case Isa::Avx512:
+            return kAvx512Scans;
+#endif
+        default:
+            return kGenericScans;
+    }
 }
 
 }  // namespace
@@ -46,18 +55,23 @@ bool IsaSupported(Isa isa) {
     }
 }
 
+const IsaScans& ChooseScans() {
+    const IsaScans& scans = TablesOf(Detect());
+    gActiveScans.store(&scans, std::memory_order_relaxed);
+    return scans;
+}
+
 Isa ActiveIsa() {
-    int isa = chosen.load(std::memory_order_relaxed);
-    if (isa == kUnchosen) {
-        isa = static_cast<int>(Detect());
-        chosen.store(isa, std::memory_order_relaxed);
-    }
-    return static_cast<Isa>(isa);
+    const IsaScans* scans = gActiveScans.load(std::memory_order_relaxed);
+    if (scans == nullptr) scans = &ChooseScans();
+    for (const Isa isa : {Isa::Avx512, Isa::Avx2, Isa::Sse2})
+        if (IsaSupported(isa) && scans == &TablesOf(isa)) return isa;
+    return Isa::Generic;
 }
 
 bool ForceIsa(Isa isa) {
     if (!IsaSupported(isa)) return false;
-    chosen.store(static_cast<int>(isa), std::memory_order_relaxed);
+    gActiveScans.store(&TablesOf(isa), std::memory_order_relaxed);
     return true;
 }
 
@@ -76,18 +90,7 @@ const char* IsaName(Isa isa) {
 
 template <class T>
 const ScanTable<T>& ScansFor(Isa isa) {
-    switch (isa) {
-#if QM_X86_ISAS
-        case Isa::Sse2:
-            return Sse2Scans<T>();
-        case Isa::Avx2:
-            return Avx2Scans<T>();
-        case Isa::Avx512:
-            return Avx512Scans<T>();
-#endif
-        default:
-            return GenericScans<T>();
-    }
+    return TableOf<T>(TablesOf(isa));
 }
 
 #define QM_INSTANTIATE_SCANS_FOR_(ctx, W, T, N) template const ScanTable<T>& ScansFor<T>(Isa);

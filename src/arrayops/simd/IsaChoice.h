@@ -3,7 +3,9 @@
 // on first use; tests and benchmarks may force any supported one. Internal
 // only: nothing here is exported.
 
-#include "arrayops/ScanTable.h"
+#include <atomic>
+
+#include "arrayops/simd/IsaScans.h"
 
 namespace qm::simd {
 
@@ -16,12 +18,19 @@ Isa ActiveIsa();
 bool ForceIsa(Isa isa);
 const char* IsaName(Isa isa);
 
+// The tables of the chosen ISA, null until the first use chooses. Constant-
+// initialised, so the library has no start-up work.
+extern constinit std::atomic<const IsaScans*> gActiveScans;
+const IsaScans& ChooseScans();
+
 template <class T>
 const ScanTable<T>& ScansFor(Isa isa);
 
+// One load on every call but the first.
 template <class T>
-const ScanTable<T>& ActiveScans() {
-    return ScansFor<T>(ActiveIsa());
+[[gnu::always_inline]] inline const ScanTable<T>& ActiveScans() {
+    const IsaScans* scans = gActiveScans.load(std::memory_order_relaxed);
+    return TableOf<T>(scans != nullptr ? *scans : ChooseScans());
 }
 
 }  // namespace qm::simd

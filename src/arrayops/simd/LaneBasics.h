@@ -1,12 +1,19 @@
 #pragma once
 // What every set of lane operations shares: the vector type of one ISA's
-// width, unaligned loads, broadcasts and the compare-and-blend form of the
-// strict lane min and max.
+// width, unaligned loads, broadcasts, the compare-and-blend form of the
+// strict lane min and max, and the position of the first lane a compare
+// selects.
 //
 // `Tag` is a type of the ISA's own namespace. Every function the kernels call
 // is a member of a class that depends on it, so each ISA's translation unit
 // instantiates its own copies, and the linker can never hand a caller on a
 // narrower processor a copy built for a wider one.
+//
+// An ISA's Ops add Lower and Higher (the strict lane min and max: an
+// unordered or equal pair keeps `best`), Any (some lane of a compare is
+// set) and ByteBits (one bit per byte of a compare, lowest lane first), and
+// replace Equal and InBand where the compiler's own compares would fall back
+// to scalar code.
 
 #include <cstdint>
 #include <cstring>
@@ -20,6 +27,8 @@ struct LaneBasics {
     };
     using Element = T;
     using V = typename VectorOf::type;
+    // What a compare of two V gives: all bits of a lane set where it holds.
+    using Mask = decltype(V{} == V{});
     static constexpr std::int32_t kLanes = static_cast<std::int32_t>(kBytes / sizeof(T));
 
     [[gnu::always_inline]] static V Load(const T* p) {
@@ -36,6 +45,16 @@ struct LaneBasics {
     // pair keeps `best`.
     [[gnu::always_inline]] static V BlendLower(V best, V e) { return best > e ? e : best; }
     [[gnu::always_inline]] static V BlendHigher(V best, V e) { return e > best ? e : best; }
+
+    // Lanes equal to `b` (floating: ordered, so -0.0 equals +0.0 and NaN
+    // equals nothing), and lanes within [low, high] (NaN is in no band).
+    [[gnu::always_inline]] static Mask Equal(V a, V b) { return a == b; }
+    [[gnu::always_inline]] static Mask InBand(V e, V low, V high) { return (e >= low) & (e <= high); }
+
+    // The lane of the lowest set bit of a ByteBits answer.
+    [[gnu::always_inline]] static std::int32_t LaneOf(std::uint64_t byteBits) {
+        return static_cast<std::int32_t>(static_cast<unsigned>(__builtin_ctzll(byteBits)) / sizeof(T));
+    }
 };
 
 }  // namespace qm::simd

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 
+#include "arrayops/ScanTable.h"
 #include "model/Int32Arithmetic.h"
 
 namespace qm {
@@ -29,6 +30,17 @@ struct PlainRange {
     template <class Find, class Distance>
     std::int32_t NearestOfPieces(Find&& find, Distance&&) const {
         return find(start, end);
+    }
+
+    ScanPieces Pieces() const { return {{start, 0}, {end, 0}, 1}; }
+
+    // The same range cut short at `stop` (a scan that stopped at NaN).
+    PlainRange Until(std::int32_t stop) const { return {start, stop}; }
+
+    // The answer of a Mid search over Pieces().
+    template <class Distance>
+    std::int32_t NearestOf(const NearestAnswer& answer, Distance&&) const {
+        return answer.chosen[0];
     }
 
     // The first position that meets `condition`, or `end`.
@@ -70,6 +82,23 @@ struct RingRange {
         if (end <= 0) return first;
         const std::int32_t second = find(0, end);
         return distance(first) > distance(second) ? second : first;
+    }
+
+    ScanPieces Pieces() const {
+        if (!Wraps()) return {{start, 0}, {end, 0}, 1};
+        return {{start, 0}, {size, end}, 2};
+    }
+
+    RingRange Until(std::int32_t stop) const { return {start, stop, size, baseIndex}; }
+
+    // The answer of a Mid search over Pieces(), by the rule of
+    // NearestOfPieces: each piece's own nearest, the older winning a tie.
+    template <class Distance>
+    std::int32_t NearestOf(const NearestAnswer& answer, Distance&& distance) const {
+        if (!Wraps()) return answer.chosen[0];
+        if (size - start <= 0) return start;
+        if (end <= 0) return answer.chosen[0];
+        return distance(answer.chosen[0]) > distance(answer.chosen[1]) ? answer.chosen[1] : answer.chosen[0];
     }
 
     template <class Condition>

@@ -55,6 +55,14 @@ template <class TY, class Range>
 Picks Reduce(Reduction reduction, const ArrayOperations<TY>& operations, const TY* y, const Range& range,
              double zeroLine);
 
+// The reduction of the part of `range` in front of its first NaN, whose
+// first element is a number: the NaN-aware strategies reduce each unbroken
+// run on its own and find where it ends while they reduce it, in one read.
+// `runEnd` is set to where the run ends (the first NaN, or range's end).
+// Floating TY only.
+template <class TY, class Range>
+Picks ReduceRun(Reduction reduction, const TY* y, const Range& range, double zeroLine, std::int32_t& runEnd);
+
 #define QM_EXTERN_REDUCE_(ctx, W, T, N)                                                                     \
     extern template Picks Reduce<T, PlainRange>(Reduction, const ArrayOperations<T>&, const T*, const PlainRange&, \
                                                 double);                                                          \
@@ -62,5 +70,11 @@ Picks Reduce(Reduction reduction, const ArrayOperations<TY>& operations, const T
                                                double);
 QM_Y_TYPES(QM_EXTERN_REDUCE_, _)
 #undef QM_EXTERN_REDUCE_
+#define QM_EXTERN_REDUCE_RUN_(T)                                                                           \
+    extern template Picks ReduceRun<T, PlainRange>(Reduction, const T*, const PlainRange&, double, std::int32_t&); \
+    extern template Picks ReduceRun<T, RingRange>(Reduction, const T*, const RingRange&, double, std::int32_t&);
+QM_EXTERN_REDUCE_RUN_(double)
+QM_EXTERN_REDUCE_RUN_(float)
+#undef QM_EXTERN_REDUCE_RUN_
 
 }  // namespace qm

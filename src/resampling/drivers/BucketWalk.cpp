@@ -2,6 +2,7 @@
 
 #include "resampling/buckets/BucketOutput.h"
 #include "resampling/buckets/BucketPoints.h"
+#include "resampling/buckets/ReduceWith.h"
 #include "resampling/drivers/EvenGridWalk.h"
 #include "resampling/drivers/UnevenGridWalk.h"
 
@@ -16,9 +17,11 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
     const Layout layout = LayoutOf<Layout>(args);
     BucketOutput output(outX, outY, indices, args);
     const PointEmitter<kData == Category> emitter{x};
+    const ThroughOperations<TY> scans(operations);
     auto reduceBucket = [&](std::int32_t start, std::int32_t end) {
         const auto range = layout.Range(start, end);
-        emitter.Emit(output, range, Reduce(reduction, operations, y, range, args.ZeroLineY));
+        std::int32_t stop;
+        emitter.Emit(output, range, ReduceWith(reduction, scans, y, range, args.ZeroLineY, stop));
     };
     if constexpr (kData == UnevenlySpaced) {
         WalkUnevenGrid(

@@ -1,7 +1,8 @@
 #pragma once
 // The walk of unevenly spaced, ascending X over any layout: each grid
-// boundary is found by binary search in what remains of the visible stretch
-// (in a ring, in each of its two pieces, the nearer answer winning). Buckets
+// boundary is found by a search in what remains of the visible stretch that
+// starts where the last bucket's length predicts it (in a ring, in each of
+// its two pieces, the nearer answer winning). Buckets
 // may be empty where X has a gap; the walk tells its caller the bucket
 // (`bucket(startSlot, endSlot, afterEmpty)`) and the last point before a
 // gap (`gap(logicalIndex)`, one less than the gap's end with no wrap), and
@@ -40,20 +41,23 @@ void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& la
     double boundary = FirstBoundaryAbove(args.MinXInclusive, step);
     std::int32_t slot = layout.Slot(args.StartIndex);
     bool afterEmpty = true;
+    std::int32_t span = 1;  // the length of the last bucket with points, where the search looks first
     for (std::int32_t pass = 1;; ++pass) {
         const double next = boundary + step;
         std::int32_t logicalEnd = endExclusive;
         if (boundary <= lastBoundary && next > boundary && pass <= maxPasses) {
             const std::int32_t found = layout.Range(slot, ringEnd).NearestOfPieces(
-                [&](std::int32_t a, std::int32_t b) { return SearchSortedRun(x, a, b - 1, boundary); },
+                [&](std::int32_t a, std::int32_t b) { return SearchSortedRun(x, a, b - 1, boundary, span); },
                 [&](std::int32_t p) { return std::fabs(x.At(p) - boundary); });
             logicalEnd = layout.Logical(found);
             if (found != ringEnd && ClosesBucket(x, found, boundary)) logicalEnd = WrappingAdd(logicalEnd, 1);
         }
         const std::int32_t nextSlot = layout.Slot(logicalEnd);
         const bool empty = nextSlot == slot;
-        if (!empty)
+        if (!empty) {
             bucket(slot, nextSlot, afterEmpty);
+            span = WrappingSub(logicalEnd, layout.Logical(slot));
+        }
         else if (!afterEmpty)
             gap(WrappingSub(layout.Logical(slot), 1));
         if (full() || !(logicalEnd < endExclusive)) return;

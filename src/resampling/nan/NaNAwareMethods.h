@@ -22,7 +22,7 @@ public:
 
     std::int32_t UpdateIndices(IntVector& indices, const TX* x, const TY* y,
                                const ResamplingArgs& args) const override {
-        return Walk::UpdateIndices(this->Operations(), _reduction, indices, XAxis::Of(x), y, args);
+        return Walk::UpdateIndices(_reduction, indices, XAxis::Of(x), y, args);
     }
 
     void Execute(const TX* x, const TY* y, double* outX, double* outY, IntVector& indices,

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "resampling/buckets/Grid.h"
+#include "resampling/buckets/ReduceWith.h"
 #include "resampling/drivers/EvenGridWalk.h"
 #include "resampling/drivers/UnevenGridWalk.h"
 #include "resampling/nan/NaNBucketOutput.h"
@@ -11,17 +12,19 @@
 namespace qm {
 
 template <class TY, class Layout, ResamplingData kData>
-std::int32_t NaNAwareWalk<TY, Layout, kData>::UpdateIndices(const ArrayOperations<TY>& operations,
-                                                            Reduction reduction, IntVector& indices,
+std::int32_t NaNAwareWalk<TY, Layout, kData>::UpdateIndices(Reduction reduction, IntVector& indices,
                                                             const XAxis& x, const TY* y,
                                                             const ResamplingArgs& args) {
     const NaNBucketOutput output{&indices, &args};
     const Layout layout = LayoutOf<Layout>(args);
     const double step = GridStep(args);
+    const StoppingAtNaN<TY> scans;
     auto split = [&](std::int32_t start, std::int32_t end) {
-        SplitAtNaN(y, layout, start, end, output, [&](const auto& run) {
-            const Picks picks = Reduce(reduction, operations, y, run, args.ZeroLineY);
-            for (std::int32_t k = 0; k < picks.count; ++k) output.Append(run.Order(picks.position[k]));
+        SplitAtNaN(y, layout, start, end, output, [&](const auto& range) {
+            std::int32_t runEnd;
+            const Picks picks = ReduceWith(reduction, scans, y, range, args.ZeroLineY, runEnd);
+            for (std::int32_t k = 0; k < picks.count; ++k) output.Append(range.Order(picks.position[k]));
+            return runEnd;
         });
     };
     if constexpr (kData == UnevenlySpaced) {

@@ -15,7 +15,6 @@
 
 #include <cstdint>
 
-#include "arrayops/ArrayOperations.h"
 #include "interop/IntVector.h"
 #include "model/ResamplingArgs.h"
 #include "model/XAxis.h"
@@ -26,8 +25,8 @@ namespace qm {
 
 template <class TY, class Layout, ResamplingData kData>
 struct NaNAwareWalk {
-    static std::int32_t UpdateIndices(const ArrayOperations<TY>& operations, Reduction reduction, IntVector& indices,
-                                      const XAxis& x, const TY* y, const ResamplingArgs& args);
+    static std::int32_t UpdateIndices(Reduction reduction, IntVector& indices, const XAxis& x, const TY* y,
+                                      const ResamplingArgs& args);
 
     // An index with no slot (a -1 left by a run of only infinities) has no
     // values to read: it gathers NaN, a gap, rather than a read outside the

@@ -1,0 +1,309 @@
+#pragma once
+// The Mid search in one read of the data: the element nearest to the middle
+// of the range's values, (Max + Min) / 2, where the first of equally near
+// elements wins and a piece with no distance below DBL_MAX answers its own
+// start. Written once over a set of lane operations `Ops`.
+//
+// The middle is known only at the end, so the search is speculative. The
+// range goes in stretches of 16 KiB; each is read from memory once, and in
+// that one pass gives its minimum and maximum and is searched against the
+// middle of everything before it, for elements nearer than the best one
+// known (a packed test against the band of values that can be that near
+// passes over most vectors). A record keeps each stretch's value range, the
+// middle it was searched against and what it found. Stale stretches are
+// searched again at the end, from L2 for buckets of up to a few hundred KiB.
+//
+// At the end each piece is settled in order. A stretch searched against the
+// final middle gives its answer as it stands: it looked for everything
+// nearer than an earlier element, and anything not nearer than that cannot
+// be the first nearest. Any other stretch is searched again only if its
+// value range could hold an element at least as near as the best distance
+// known to be reached (an element of a valid stretch, or the answer of a
+// stale one measured again); what it cannot hold, it cannot win.
+//
+// A range of two pieces (a ring buffer's wrapped bucket) has one middle but
+// its own nearest element per piece, the second piece starting afresh. The
+// variant that stops at NaN ends the range in front of its first NaN.
+
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include "arrayops/Midrange.h"
+#include "arrayops/ScanKernels.h"
+#include "arrayops/ScanTable.h"
+
+namespace qm::scan {
+
+template <class Ops, bool kStopAtNaN>
+class NearestToMidScan {
+public:
+    using T = typename Ops::Element;
+    using V = typename Ops::V;
+
+    static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
+        NearestToMidScan scan(y);
+        NearestAnswer answer{};
+        answer.stop = pieces.end[pieces.count - 1];
+        for (std::int32_t k = 0; k < pieces.count; ++k) {
+            answer.chosen[k] = pieces.start[k];
+            const std::int32_t stop = scan.Speculate(k, pieces.start[k], pieces.end[k]);
+            if (stop != pieces.end[k]) {
+                answer.stop = stop;
+                break;
+            }
+        }
+        answer.mid = Midpoint(scan.max_, scan.min_);
+        for (std::int32_t k = 0; k < pieces.count; ++k) scan.Settle(k, answer.mid, answer.chosen[k]);
+        return answer;
+    }
+
+private:
+    static constexpr std::int32_t kLanes = Ops::kLanes;
+    static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(16384 / sizeof(T));
+    static constexpr std::int32_t kRecords = 64;
+
+    // One stretch, or several neighbours merged when the records ran out.
+    struct Record {
+        std::int32_t at;
+        std::int32_t length;
+        T low;   // value range of its numbers; low above high if it has none
+        T high;
+        bool searched;      // against `mid`; merged neighbours with different middles are not
+        double mid;
+        std::int32_t chosen;  // what it found nearer than the bound it was searched with, or -1
+        double distance;
+    };
+
+    struct Piece {
+        Record records[kRecords];
+        std::int32_t count = 0;
+        std::int32_t chosen = -1;  // the nearest so far to the middle so far, and its distance
+        double distance = DBL_MAX;
+    };
+
+    explicit NearestToMidScan(const T* y) : y_(y) {}
+
+    // Reads [start, end) once, stretch by stretch; returns where it stopped.
+    std::int32_t Speculate(std::int32_t k, std::int32_t start, std::int32_t end) {
+        Piece& piece = pieces_[k];
+        std::int32_t at = start;
+        while (at < end) {
+            std::int32_t length = end - at > kStretchLength ? kStretchLength : end - at;
+            if constexpr (kStopAtNaN) length = FirstNaN(at, length);
+            if (length > 0) TakeStretch(piece, at, length);
+            at += length;
+            if (at < end && kStopAtNaN && y_[at] != y_[at]) return at;
+        }
+        return end;
+    }
+
+    std::int32_t FirstNaN(std::int32_t at, std::int32_t length) const {
+        const std::int32_t whole = length / kLanes * kLanes;
+        std::int32_t n = FirstNaNIn<Ops>(y_ + at, whole);
+        if (n == whole)
+            while (n < length && y_[at + n] == y_[at + n]) ++n;
+        return n;
+    }
+
+    // The stretch is searched, in the same pass that takes its value range,
+    // against the middle of everything before it, for elements nearer than
+    // the piece's best so far; the middle then moves to include it.
+    void TakeStretch(Piece& piece, std::int32_t at, std::int32_t length) {
+        const double bound = piece.chosen >= 0 && piece.distance < DBL_MAX ? piece.distance : DBL_MAX;
+        Record record{at, length, T{}, T{}, true, mid_, -1, bound};
+        Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high);
+        if (record.chosen >= 0) {
+            piece.chosen = record.chosen;
+            piece.distance = record.distance;
+        }
+        if (min_ > record.low) min_ = record.low;
+        if (record.high > max_) max_ = record.high;
+        const double mid = Midpoint(max_, min_);
+        if (!(mid == mid_)) {
+            mid_ = mid;
+            if (piece.chosen >= 0) piece.distance = DistanceToMid(y_[piece.chosen], mid);
+        }
+        Add(piece, record);
+    }
+
+    // Where the band ends are; an empty band is one no value falls in.
+    struct Lanes {
+        V low, high;
+        T lowT, highT;
+        explicit Lanes(const Band<T>& band) { Set(band); }
+        void Set(const Band<T>& band) {
+            lowT = band.empty ? std::numeric_limits<T>::max() : band.low;
+            highT = band.empty ? std::numeric_limits<T>::lowest() : band.high;
+            if constexpr (std::numeric_limits<T>::has_infinity) {
+                if (band.empty) lowT = std::numeric_limits<T>::infinity(), highT = -lowT;
+            }
+            low = Ops::Splat(lowT);
+            high = Ops::Splat(highT);
+        }
+        [[gnu::always_inline]] auto In(V e) const { return Ops::InBand(e, low, high); }
+        bool In(T e) const { return !(lowT > e) && !(e > highT) && e == e; }
+    };
+
+    // What a pass keeps while it searches: the band and the best so far.
+    struct Search {
+        const T* p;
+        std::int32_t at;
+        double mid;
+        double& bound;
+        std::int32_t& chosen;
+        Lanes band;
+
+        // An element in the band: measured exactly, and taken only if
+        // strictly nearer; the band then narrows to the new distance.
+        void Visit(std::int32_t i) {
+            const double d = DistanceToMid(p[i], mid);
+            if (!(bound > d)) return;
+            bound = d;
+            chosen = at + i;
+            band.Set(BandOf<T>(mid, bound));
+        }
+
+        // The vectors at p + i, k of them, of which some lane is in the band.
+        [[gnu::noinline]] void VisitVectors(std::int32_t i, std::int32_t k) {
+            for (std::int32_t v = i; v < i + k * kLanes; v += kLanes) {
+                std::uint64_t bits = Ops::ByteBits(band.In(Ops::Load(p + v)));
+                while (bits != 0) {
+                    const std::int32_t lane = Ops::LaneOf(bits);
+                    Visit(v + lane);
+                    const auto next = static_cast<unsigned>((lane + 1) * sizeof(T));
+                    bits = next >= 64 ? 0 : bits & (~std::uint64_t{0} << next) & Ops::ByteBits(band.In(Ops::Load(p + v)));
+                }
+            }
+        }
+    };
+
+    // One read of [at, at + n): the first element with the smallest
+    // distance to mid below `bound` (`chosen` and `bound` become it and its
+    // distance; both stay when there is none), and with kRange the value
+    // range of the numbers in it (the scans' seeds when it has none). Two
+    // chains a side keep the loop in registers; it waits on memory anyway.
+    template <bool kRange>
+    void Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen, T* low = nullptr,
+              T* high = nullptr) const {
+        Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
+        const T* p = search.p;
+        const V seedLow = Ops::Splat(std::numeric_limits<T>::max());
+        const V seedHigh = Ops::Splat(std::numeric_limits<T>::lowest());
+        V low0 = seedLow, low1 = seedLow, high0 = seedHigh, high1 = seedHigh;
+        V bandLow = search.band.low, bandHigh = search.band.high;
+        std::int32_t i = 0;
+        for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
+            const V e0 = Ops::Load(p + i), e1 = Ops::Load(p + i + kLanes);
+            const V e2 = Ops::Load(p + i + 2 * kLanes), e3 = Ops::Load(p + i + 3 * kLanes);
+            if constexpr (kRange) {
+                low0 = Ops::Lower(Ops::Lower(low0, e0), e2);
+                low1 = Ops::Lower(Ops::Lower(low1, e1), e3);
+                high0 = Ops::Higher(Ops::Higher(high0, e0), e2);
+                high1 = Ops::Higher(Ops::Higher(high1, e1), e3);
+            }
+            const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
+                            (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
+            if (Ops::Any(in)) [[unlikely]] {
+                search.VisitVectors(i, 4);
+                bandLow = search.band.low;
+                bandHigh = search.band.high;
+            }
+        }
+        for (; n - i >= kLanes; i += kLanes) {
+            const V e = Ops::Load(p + i);
+            if constexpr (kRange) {
+                low0 = Ops::Lower(low0, e);
+                high0 = Ops::Higher(high0, e);
+            }
+            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
+        }
+        T lo = std::numeric_limits<T>::max(), hi = std::numeric_limits<T>::lowest();
+        if constexpr (kRange) {
+            if (i > 0) {
+                lo = FoldLanes<Ops, Below<Ops>>(Ops::Lower(low0, low1))[0];
+                hi = FoldLanes<Ops, Above<Ops>>(Ops::Higher(high0, high1))[0];
+            }
+        }
+        for (; i < n; ++i) {
+            if (kRange && lo > p[i]) lo = p[i];
+            if (kRange && p[i] > hi) hi = p[i];
+            if (search.band.In(p[i])) search.Visit(i);
+        }
+        if constexpr (kRange) {
+            *low = lo;
+            *high = hi;
+        }
+    }
+
+    void Add(Piece& piece, const Record& record) {
+        if (piece.count == kRecords) {
+            for (std::int32_t r = 0; r < kRecords / 2; ++r) piece.records[r] = Merged(piece.records[2 * r], piece.records[2 * r + 1]);
+            piece.count = kRecords / 2;
+        }
+        piece.records[piece.count++] = record;
+    }
+
+    // Two neighbours as one. Searched against one middle, the later one's
+    // find replaces the earlier's only when strictly nearer, as in the walk;
+    // otherwise the pair counts as not searched, and keeps a find only as a
+    // distance to measure again.
+    static Record Merged(const Record& a, const Record& b) {
+        Record m{a.at, a.length + b.length, a.low < b.low ? a.low : b.low, a.high > b.high ? a.high : b.high,
+                 false, a.mid, a.chosen, a.distance};
+        if (a.searched && b.searched && a.mid == b.mid) {
+            m.searched = true;
+            if (b.chosen >= 0 && (a.chosen < 0 || a.distance > b.distance)) {
+                m.chosen = b.chosen;
+                m.distance = b.distance;
+            }
+        } else if (b.chosen >= 0) {
+            m.chosen = b.chosen;
+        }
+        return m;
+    }
+
+    // The piece's answer against the final middle, in order.
+    void Settle(std::int32_t k, double mid, std::int32_t& chosen) const {
+        const Piece& piece = pieces_[k];
+        // A distance some element of the piece reaches: nothing farther can win.
+        double reached = DBL_MAX;
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            const Record& record = piece.records[r];
+            if (record.chosen < 0) continue;
+            const double d = record.searched && record.mid == mid ? record.distance : DistanceToMid(y_[record.chosen], mid);
+            if (reached > d) reached = d;
+        }
+        // Elements at `reached` itself may still win by coming first.
+        const double cap = NextDistance<T>(reached);
+        double best = DBL_MAX;
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            const Record& record = piece.records[r];
+            if (record.searched && record.mid == mid) {
+                if (record.chosen >= 0 && best > record.distance) {
+                    best = record.distance;
+                    chosen = record.chosen;
+                }
+                continue;
+            }
+            const double least = LeastDistance(record.low, record.high, mid);
+            if (!(best > least) || least > reached) continue;
+            double bound = cap < best ? cap : best;
+            std::int32_t found = -1;
+            Pass<false>(record.at, record.length, mid, bound, found);
+            if (found >= 0) {
+                best = bound;
+                chosen = found;
+            }
+        }
+    }
+
+    const T* y_;
+    T min_ = std::numeric_limits<T>::max();
+    T max_ = std::numeric_limits<T>::lowest();
+    double mid_ = std::numeric_limits<double>::quiet_NaN();
+    Piece pieces_[2];
+};
+
+}  // namespace qm::scan
