@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "arrayops/GenericArrayOperations.h"
+#include "arrayops/ScanKernels.h"
 #include "arrayops/simd/IsaChoice.h"
 
 namespace qm {
@@ -137,13 +138,14 @@ std::vector<T> Alphabet() {
 }
 
 // Lengths around every unroll boundary of every ISA: a vector of 1 to 64
-// lanes, four chains of them, and stretches of 8 KiB.
+// lanes, the short ranges held in registers (up to eight vectors and 64
+// elements), four chains of vectors, and stretches.
 template <class T>
 std::vector<std::int32_t> Counts() {
     std::vector<std::int32_t> counts;
     for (std::int32_t c = 0; c <= 70; ++c) counts.push_back(c);
     counts.insert(counts.end(), {127, 128, 129, 255, 256, 257, 300, 511, 512, 513});
-    const auto stretch = static_cast<std::int32_t>(8192 / sizeof(T));
+    const std::int32_t stretch = scan::kStretch<T>;
     counts.insert(counts.end(), {stretch - 1, stretch, stretch + 1, 2 * stretch + 3, 3 * stretch + 77});
     return counts;
 }
