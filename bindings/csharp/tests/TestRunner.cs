@@ -31,18 +31,6 @@ namespace Quillmap.Tests
         {
             Equal(string.Join(" ", expected), string.Join(" ", actual), what);
         }
-
-        /// <summary>The exception the action raised, which must be of type E exactly.</summary>
-        public static E Throws<E>(Action action, string what) where E : Exception
-        {
-            try {
-                action();
-            } catch (Exception e) {
-                True(e.GetType() == typeof(E), string.Format("{0}: expected {1}, got {2}", what, typeof(E).Name, e));
-                return (E)e;
-            }
-            throw new CheckFailed(what + ": expected " + typeof(E).Name + ", nothing was thrown");
-        }
     }
 
     /// <summary>Runs every [Test] method of this assembly (or those whose name
