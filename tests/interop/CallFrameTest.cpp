@@ -4,10 +4,13 @@
 // one, a string callback that gets called, a call with no callbacks that
 // faults instead of returning its empty result; a record not made zeroed,
 // two accessors sharing a field, HasNaN taken from its low byte only, a
-// setter that faults on a null record. (The order of the reference checks
-// and the one report per failure are the bad-input tables' part.)
+// setter that faults on a null record; an allocation of a constructor that
+// fails and escapes, or leaves a half-built object or a leak (which the
+// sanitizer build sees). (The order of the reference checks and the one
+// report per failure are the bad-input tables' part.)
 
 #include "InterfaceTestSupport.h"
+#include "support/FailingAllocator.h"
 
 using namespace qmtest;
 
@@ -75,6 +78,35 @@ TEST_F(CallFrameTest, RunRecordKeepsEachFieldAsSet) {
 #define QM_SET_ON_NULL_(Field, Type) CSharp_ResamplingArgs_##Field##_set(nullptr, Type{1});
     QM_RESAMPLING_ARGS_FIELDS(QM_SET_ON_NULL_)
     CSharp_delete_ResamplingArgs(nullptr);
+}
+
+// Every allocation a constructor makes fails in turn, and each must come back
+// as one ApplicationException with a null handle. (Not under Windows: a DLL
+// keeps its own operator new, which the test program cannot replace.)
+template <class H>
+void ExpectEachFailureReported(H* (*make)(), void (*destroy)(H*)) {
+    ResetAllocationCount();
+    destroy(make());
+    const long total = AllocationCount();
+    ASSERT_GT(total, 0);
+    for (int n = 0; n < total; ++n) {
+        FailAllocation(n);
+        H* made = make();
+        StopFailing();
+        EXPECT_EQ(made, nullptr) << "allocation " << n << " of " << total;
+        ExpectReport(App(std::bad_alloc().what()));
+    }
+}
+
+TEST_F(CallFrameTest, ConstructorsWithoutMemoryReportEachFailure) {
+    ExpectEachFailureReported(CSharp_new_ExtremeResamplerDoubleDouble, CSharp_delete_ExtremeResamplerDoubleDouble);
+    ExpectEachFailureReported(CSharp_new_ExtremeResamplerTimeSpanUInt16, CSharp_delete_ExtremeResamplerTimeSpanUInt16);
+    ExpectEachFailureReported(CSharp_new_ResamplingArgs, CSharp_delete_ResamplingArgs);
+    ExpectEachFailureReported(CSharp_new_IntVector__SWIG_0, CSharp_delete_IntVector);
+    ExpectEachFailureReported(+[] { return CSharp_new_IntVector__SWIG_2(5); }, CSharp_delete_IntVector);
+    ExpectEachFailureReported(+[] { return CSharp_IntVector_Repeat(1, 5); }, CSharp_delete_IntVector);
+    ExpectEachFailureReported(CSharp_new_ArrayOperationsSingle, CSharp_delete_ArrayOperationsSingle);
+    ExpectEachFailureReported(CSharp_new_MinMaxPointSearchResultUInt64, CSharp_delete_MinMaxPointSearchResultUInt64);
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ inline Report Null(const std::string& message) { return {Report::ArgumentNull, -
 inline Report OutOfRange(const std::string& name) { return {Report::ArgumentOutOfRange, -1, std::nullopt, name}; }
 inline Report InvalidRange() { return {Report::Argument, -1, "invalid range", ""}; }
 
-inline std::vector<Report> reports;
+inline thread_local std::vector<Report> reports;  // each thread its own
 inline std::optional<std::string> Text(const char* s) { return s ? std::optional<std::string>(s) : std::nullopt; }
 template <int kCode>
 void OnException(const char* message) { reports.push_back({Report::Exception, kCode, Text(message), std::nullopt}); }

@@ -107,9 +107,6 @@ namespace Quillmap.Tests
             Check.Sequence(new[] { 1, 2, 3, 4, 6, 9, 13, 19, 28 }, capacities, "capacities by Add");
             v[2] = -7;
             Check.Sequence(new[] { 1, -7, 3 }, v.GetRange(1, 3), "GetRange after the indexer");
-            var copy = new int[28];
-            ExtremeResamplingHelpersWrapper.CopyVectorTo(v, copy);
-            Check.Sequence(v, copy, "CopyVectorTo");
             ulong max = 0;
             int at = -1;
             using (var ops = new ArrayOperationsUInt64()) ops.Max(new ulong[] { 3, ulong.MaxValue, 0 }, 0, 3, ref max, ref at);
