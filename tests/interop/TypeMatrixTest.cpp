@@ -31,10 +31,8 @@ void CheckPair() {
     const double top = static_cast<double>(std::numeric_limits<TY>::max()), bottom = static_cast<double>(std::numeric_limits<TY>::lowest());
     std::vector<TX> x;
     std::vector<TY> y;
-    for (int i = 0; i < 40; ++i) {
-        x.push_back(Element<TX>(50 + i));
-        y.push_back(i == 21 ? std::numeric_limits<TY>::max() : i == 29 ? std::numeric_limits<TY>::lowest() : TY(10));
-    }
+    for (int i = 0; i < 40; ++i)
+        x.push_back(Element<TX>(50 + i)), y.push_back(i == 21 ? std::numeric_limits<TY>::max() : i == 29 ? std::numeric_limits<TY>::lowest() : TY(10));
     const Ints minMax{0, 3, 7, 11, 15, 19, 21, 23, 27, 29, 31, 35, 39};
     Ints all(40);
     std::iota(all.begin(), all.end(), 0);
@@ -90,7 +88,6 @@ struct PairCase {
     const char* name;
     void (*check)();
 };
-void PrintTo(const PairCase& c, std::ostream* os) { *os << c.name; }
 #define QM_PAIR_CASE_(XW, XT, YW, YT) PairCase{#XW #YW, &CheckPair<QM_PAIR_EXPORTS(XW, XT, YW, YT)>},
 const PairCase kPairs[] = {QM_FOR_EACH_PAIR(QM_PAIR_CASE_)};
 

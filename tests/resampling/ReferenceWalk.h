@@ -22,9 +22,7 @@ inline std::int32_t Cells(const Shape& a) {
 }
 
 // A stretch [start, end) to reduce, or (end -1) the edge of a gap in X, kept as it is.
-struct Stretch {
-    std::int32_t start, end;
-};
+struct Stretch { std::int32_t start, end; };
 
 // Linear and Category: each grid boundary, rounded to an index (on a Linear
 // axis measured from the first point with the mean spacing), closes a bucket;
@@ -70,11 +68,7 @@ inline std::vector<Stretch> UnevenWalk(const std::vector<double>& x, const Shape
     return steps;
 }
 
-struct Pick {
-    std::int32_t index;
-    double y;
-    bool found;  // false: a scan nobody beat
-};
+struct Pick { std::int32_t index; double y; bool found; };  // found false: a scan nobody beat
 
 // One reduction of y[start, end) from its rule: strict comparisons against
 // the type's extremes, so a NaN never wins and a position may stay -1

@@ -1,5 +1,6 @@
 using System;
 using System.Collections.Generic;
+using System.Linq;
 using Quillmap.Interop;
 
 namespace Quillmap.Tests
@@ -15,12 +16,7 @@ namespace Quillmap.Tests
     internal static class FailureTests
     {
         private static readonly IntVector Three = new IntVector(new[] { 1, 2, 3 });
-        private static readonly double[] Rising = new double[1001], Flat = new double[1001];
-
-        static FailureTests()
-        {
-            for (int i = 0; i < Rising.Length; i++) Rising[i] = i;
-        }
+        private static readonly double[] Rising = Enumerable.Range(0, 1001).Select(i => (double)i).ToArray(), Flat = new double[1001];
 
         /// <summary>Kind, message (null: not compared), parameter name, call.</summary>
         private sealed class Cases : List<Tuple<Type, string, string, Action>>

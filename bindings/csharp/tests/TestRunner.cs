@@ -8,23 +8,16 @@ namespace Quillmap.Tests
     [AttributeUsage(AttributeTargets.Method)]
     internal sealed class TestAttribute : Attribute { }
 
-    internal sealed class CheckFailed : Exception
-    {
-        public CheckFailed(string message) : base(message) { }
-    }
+    internal sealed class CheckFailed : Exception { public CheckFailed(string message) : base(message) { } }
 
     /// <summary>The few assertions the tests need.</summary>
     internal static class Check
     {
+        public static void True(bool condition, string what) { if (!condition) throw new CheckFailed(what); }
+
         public static void Equal<T>(T expected, T actual, string what)
         {
-            if (!EqualityComparer<T>.Default.Equals(expected, actual))
-                throw new CheckFailed(string.Format("{0}: expected {1}, got {2}", what, expected, actual));
-        }
-
-        public static void True(bool condition, string what)
-        {
-            if (!condition) throw new CheckFailed(what);
+            True(EqualityComparer<T>.Default.Equals(expected, actual), string.Format("{0}: expected {1}, got {2}", what, expected, actual));
         }
 
         public static void Sequence<T>(IEnumerable<T> expected, IEnumerable<T> actual, string what)
