@@ -32,7 +32,7 @@ TEST_F(IntVectorExportsTest, BehavesLikeItsModelOnRandomCalls) {
         const std::int32_t i = around(), n = rng() % 10 == 0 ? INT_MAX : around(), value = static_cast<std::int32_t>(rng() % 9);
         // GetRange, RemoveRange and Reverse check the index, the count, then the whole range.
         const std::optional<Report> range = i < 0 ? OutOfRange("index") : n < 0 ? OutOfRange("count")
-                                            : std::int64_t{i} + n > size ? std::optional(InvalidRange()) : std::nullopt;
+                                            : std::int64_t{i} + n > size ? std::optional(Report{Report::Argument, -1, "invalid range", ""}) : std::nullopt;
         const auto at = model.begin() + std::clamp(i, 0, size), to = at + (range ? 0 : n);
         const bool inside = i >= 0 && i < size, insertable = i >= 0 && i <= size;
         const Ints three{value, value + 1, value + 2};
