@@ -124,9 +124,9 @@ aarch64-linux-gnu-nm -D --defined-only "$so" | awk '{ sub(/@.*/, "", $3); print 
   expect_exports libQuillmapCore.so
 expect_aarch64 "$so"
 
-# The bad-input rows that make the library's allocations fail replace
-# operator new in the test program; a DLL keeps the one of its own runtime,
-# so on Windows they cannot reach the library and are left out. Wine's
+# The tests that make the library's allocations fail (*WithoutMemory*)
+# replace operator new in the test program; a DLL keeps the one of its own
+# runtime, so on Windows they cannot reach the library and are left out. Wine's
 # prefix lives in the build folder and is made on the first run.
 export WINEPREFIX="$cross/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 echo "== Windows x64 under Wine"

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the library and the interface tests with clang 14 under
-# ThreadSanitizer, in their own folder, and runs the concurrency test: eight
-# threads on shared engines, with any data race failing the run.
+# ThreadSanitizer, in their own folder, and runs the test with overlapping
+# runs (SameResultsEverywhereTest.cpp): eight threads on shared engines, with
+# any data race failing the run.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 "$root/tools/install-packages.sh" clang-14 libclang-rt-14-dev cmake ninja-build libgtest-dev

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -36,9 +35,8 @@ inline Report App(const std::string& message) { return {Report::Exception, 0, me
 inline Report NullRef(const std::string& message) { return {Report::Exception, 7, message, std::nullopt}; }
 inline Report Null(const std::string& message) { return {Report::ArgumentNull, -1, message, std::nullopt}; }
 inline Report OutOfRange(const std::string& name) { return {Report::ArgumentOutOfRange, -1, std::nullopt, name}; }
-inline Report InvalidRange() { return {Report::Argument, -1, "invalid range", ""}; }
 
-inline std::vector<Report> reports;
+inline thread_local std::vector<Report> reports;  // each thread its own
 inline std::optional<std::string> Text(const char* s) { return s ? std::optional<std::string>(s) : std::nullopt; }
 template <int kCode>
 void OnException(const char* message) { reports.push_back({Report::Exception, kCode, Text(message), std::nullopt}); }
@@ -56,10 +54,7 @@ inline void StartRecording() {
 }
 
 // Exactly these reports came since the last check; they are then forgotten.
-inline void ExpectReports(const std::vector<Report>& expected) {
-    EXPECT_EQ(reports, expected);
-    reports.clear();
-}
+inline void ExpectReports(const std::vector<Report>& expected) { EXPECT_EQ(reports, expected); reports.clear(); }
 inline void ExpectReport(const Report& expected) { ExpectReports({expected}); }
 
 // A report no check consumed is one nobody expected.
@@ -70,9 +65,7 @@ protected:
 };
 
 template <auto kDelete>
-struct Deleter {
-    void operator()(auto* p) const { kDelete(p); }
-};
+struct Deleter { void operator()(auto* p) const { kDelete(p); } };
 using VectorPtr = std::unique_ptr<QmIntVector, Deleter<CSharp_delete_IntVector>>;
 using ArgsPtr = std::unique_ptr<QmResamplingArgs, Deleter<CSharp_delete_ResamplingArgs>>;
 
@@ -133,11 +126,6 @@ struct Frame {
     std::int32_t count;
     Ints indices;
     std::vector<double> x, y;
-    bool operator==(const Frame& o) const {  // bit for bit, so that NaN equals NaN
-        auto bits = [](double d) { return std::bit_cast<std::uint64_t>(d); };
-        return count == o.count && indices == o.indices && std::ranges::equal(x, o.x, {}, bits, bits) &&
-               std::ranges::equal(y, o.y, {}, bits, bits);
-    }
 };
 
 // The exports of one type pair; Run makes a frame as the managed side does:

@@ -3,7 +3,7 @@
 // NotResampled or None request that resamples, a degenerate grid whose count
 // does not wrap, a signed precision. MergeIndices against std::set_union on
 // random ascending runs catches a lost, repeated or misordered index and a
-// count past the union; CopyVectorTo a copy of more than the elements.
+// count past the union. (CopyVectorTo is a row of the bad-input tables.)
 
 #include <algorithm>
 #include <iterator>
@@ -57,16 +57,6 @@ TEST_F(ResamplingHelpersTest, MergeIsTheUnionOfTwoAscendingRuns) {
         expected.push_back(99);  // nothing written past the union
         EXPECT_EQ(Ints(out.begin(), out.begin() + k + 1), expected);
     }
-}
-
-TEST_F(ResamplingHelpersTest, CopyVectorToCopiesExactlyTheElements) {
-    std::int32_t out[4] = {99, 99, 99, 99};
-    VectorPtr v = MakeVector({4, -5, 6}), empty = MakeVector({});
-    CSharp_IntVector_reserve(v.get(), 10);
-    CSharp_ExtremeResamplingHelpersWrapper_CopyVectorTo(v.get(), out);
-    CSharp_ExtremeResamplingHelpersWrapper_CopyVectorTo(empty.get(), out);
-    CSharp_ExtremeResamplingHelpersWrapper_CopyVectorTo(empty.get(), nullptr);
-    EXPECT_EQ(Ints(out, out + 4), (Ints{4, -5, 6, 99}));
 }
 
 }  // namespace

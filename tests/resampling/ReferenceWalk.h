@@ -5,11 +5,10 @@
 // its seam (slot 0) falls in logical indices.
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
-#include <limits>
 
 #include "interop/InterfaceTestSupport.h"
+#include "support/PlainRules.h"
 
 namespace qmtest::reference {
 
@@ -23,9 +22,7 @@ inline std::int32_t Cells(const Shape& a) {
 }
 
 // A stretch [start, end) to reduce, or (end -1) the edge of a gap in X, kept as it is.
-struct Stretch {
-    std::int32_t start, end;
-};
+struct Stretch { std::int32_t start, end; };
 
 // Linear and Category: each grid boundary, rounded to an index (on a Linear
 // axis measured from the first point with the mean spacing), closes a bucket;
@@ -71,11 +68,7 @@ inline std::vector<Stretch> UnevenWalk(const std::vector<double>& x, const Shape
     return steps;
 }
 
-struct Pick {
-    std::int32_t index;
-    double y;
-    bool found;  // false: a scan nobody beat
-};
+struct Pick { std::int32_t index; double y; bool found; };  // found false: a scan nobody beat
 
 // One reduction of y[start, end) from its rule: strict comparisons against
 // the type's extremes, so a NaN never wins and a position may stay -1
@@ -84,25 +77,16 @@ struct Pick {
 template <class TY>
 std::vector<Pick> Reduce(std::int32_t mode, bool nearest, const std::vector<TY>& y, std::int32_t start, std::int32_t end,
                          double zeroLine, std::int32_t unbeaten) {
-    TY min = std::numeric_limits<TY>::max(), max = std::numeric_limits<TY>::lowest();
-    std::int32_t minAt = -1, maxAt = -1;
-    for (std::int32_t i = start; i < end; ++i) {
-        if (y[i] < min) min = y[i], minAt = i;
-        if (y[i] > max) max = y[i], maxAt = i;
-    }
-    const Pick lo{minAt < 0 ? unbeaten : minAt, static_cast<double>(min), minAt >= 0};
-    const Pick hi{maxAt < 0 ? unbeaten : maxAt, static_cast<double>(max), maxAt >= 0};
+    const Extremes<TY> m = Walk(y.data(), start, end);
+    const Pick lo{m.loAt < 0 ? unbeaten : m.loAt, static_cast<double>(m.lo), m.loAt >= 0};
+    const Pick hi{m.hiAt < 0 ? unbeaten : m.hiAt, static_cast<double>(m.hi), m.hiAt >= 0};
     const bool below = zeroLine > lo.y && zeroLine > hi.y, above = lo.y > zeroLine && hi.y > zeroLine;
     if (mode == Min) return {lo};
     if (mode == Max) return {hi};
     if (mode == MinMax || (mode == MinOrMax && !below && !above))
         return lo.index < hi.index ? std::vector{lo, hi} : hi.index < lo.index ? std::vector{hi, lo} : std::vector{lo};
-    if (mode == MinOrMax) return {below != nearest ? (max > min ? lo : hi) : (min > max ? lo : hi)};  // minimum : maximum
-    const double mid = static_cast<double>(static_cast<TY>(max + min)) * 0.5;
-    double best = DBL_MAX;
-    std::int32_t chosen = start;
-    for (std::int32_t i = start; i < end; ++i)
-        if (best > std::fabs(static_cast<double>(y[i]) - mid)) best = std::fabs(y[i] - mid), chosen = i;
+    if (mode == MinOrMax) return {below != nearest ? (m.hi > m.lo ? lo : hi) : (m.lo > m.hi ? lo : hi)};  // minimum : maximum
+    const std::int32_t chosen = Nearest(y.data(), start, end, Midpoint(m.hi, m.lo));
     return {{chosen, static_cast<double>(y[chosen]), true}};
 }
 

@@ -91,9 +91,7 @@ void CompareRandomRuns(std::int32_t data, bool nanAware) {
                 EXPECT_EQ(Comparable({f.y.begin() + skip, f.y.begin() + skip + made}), Comparable(want.y));
                 EXPECT_EQ(std::vector<double>(f.x.begin() + skip + made, f.x.end()), std::vector<double>(f.x.size() - skip - made, -7.25));
                 const std::int32_t perCell = 1 + (mode == MinMax || mode == MinOrMax) + (data == UnevenlySpaced);
-                if (mode == None || !nanAware) {
-                    EXPECT_EQ(f.count, mode == None ? shape.end - shape.start + 1 : reference::Cells(shape) * perCell);
-                }
+                if (mode == None || !nanAware) { EXPECT_EQ(f.count, mode == None ? shape.end - shape.start + 1 : reference::Cells(shape) * perCell); }
             }
         }
     }

@@ -1,16 +1,19 @@
 // Arguments outside the caller's contract: a grid without cells, a spacing
 // that makes no sense, X unsorted or NaN, a one-point range, points beyond
 // the viewport, a plain run with InputSize 0, an Execute without
-// UpdateIndices. Without the walk guards such runs never end or write past
-// the room the caller made. Each row runs in every cell of the tables (plain
-// and ring, NaN-aware or not, every data kind and mode): every call must
-// return and write within its room, and a grid without cells must make
-// nothing, refusing the room (a report) only where the points per cell are odd.
+// UpdateIndices; and one run within it. Without the walk guards such runs
+// never end or write past the room the caller made. Each row runs in every
+// cell of the tables (plain and ring, NaN-aware or not, every data kind and
+// mode): every call must return and write within its room, a grid without
+// cells must make nothing, refusing the room (a report) only where the
+// points per cell are odd, and the same run again on its index vector must
+// allocate nothing (counted by support/FailingAllocator.cpp's operator new).
 
 #include <algorithm>
 #include <random>
 
 #include "interop/InterfaceTestSupport.h"
+#include "support/FailingAllocator.h"
 
 using namespace qmtest;
 
@@ -43,10 +46,11 @@ TEST_F(WalkGuard, EveryCallEndsWithinItsRoom) {
         {Ramp(64, -2), {.end = 10, .width = 8, .maxX = 64}},       {Ramp(0, 1), {.start = 4, .end = 4, .width = 3, .maxX = 9}},
         {unsorted, {.end = 999, .width = 40, .maxX = 1002}},       {holes, {.end = 999, .width = 40, .maxX = 1002}},
         {Ramp(0, 1), {.end = 999, .width = 100, .maxX = 100}},     {Ramp(0, 1), {.end = 99, .width = 10, .maxX = 99}, false, true},
+        {Ramp(0, 1.5), {.start = 3, .end = 900, .width = 40, .minX = 4, .maxX = 1400}},
     };
     auto* engine = DoubleSingle::make();
     std::vector<float> y(kSize);
-    for (float& v : y) v = std::uniform_real_distribution<float>(-1.0f, 1.0f)(rng);
+    for (std::size_t i = 0; i < y.size(); ++i) y[i] = i % 17 == 0 ? NAN : std::uniform_real_distribution<float>(-1.0f, 1.0f)(rng);
     for (std::size_t row = 0; row < std::size(rows); ++row)
         for (std::int32_t cell = 0; cell < 2 * 4 * 6 * 2; ++cell) {
             Shape shape = rows[row].shape;
@@ -67,7 +71,16 @@ TEST_F(WalkGuard, EveryCallEndsWithinItsRoom) {
                 const Frame f = DoubleSingle::Run(engine, x.data(), ys.data(), mode, args.get(), indices.get());
                 const std::int32_t perCell = 1 + (mode == MinMax || mode == MinOrMax) + (shape.data == UnevenlySpaced);
                 EXPECT_TRUE(f.indices.empty() || !(rows[row].noCells && bucket));
-                ExpectReports(rows[row].noCells && bucket && !shape.hasNaN && perCell % 2 ? std::vector{App("vector<T> too long")} : std::vector<Report>{});
+                const bool refused = rows[row].noCells && bucket && !shape.hasNaN && perCell % 2;
+                ExpectReports(refused ? std::vector{App("vector<T> too long")} : std::vector<Report>{});
+                if (refused) continue;
+                // The same run again on its vector: a steady run allocates nothing.
+                std::vector<double> outX(f.x.size() + 1), outY(f.x.size() + 1);
+                CSharp_IntVector_Clear(indices.get());
+                ResetAllocationCount();
+                CSharp_ExtremeResamplerDoubleSingle_UpdateIndices(engine, indices.get(), x.data(), ys.data(), mode, args.get());
+                CSharp_ExtremeResamplerDoubleSingle_Execute(engine, x.data(), ys.data(), outX.data(), outY.data(), indices.get(), mode, args.get());
+                EXPECT_EQ(AllocationCount(), 0) << "a steady run allocated";
             }
         }
     DoubleSingle::destroy(engine);

@@ -1,5 +1,6 @@
 using System;
 using System.Collections.Generic;
+using System.Linq;
 using Quillmap.Interop;
 
 namespace Quillmap.Tests
@@ -8,18 +9,14 @@ namespace Quillmap.Tests
     /// Every kind of failure arrives as its .NET exception, with its message
     /// and parameter name, and leaves nothing pending for the next call: the
     /// library's reports through the generated layer (a wrong callback row, a
-    /// lost or swapped text), and the checks by which the facade refuses what
-    /// would make the library read outside the arrays or walk for ever.
+    /// lost or swapped text; every wrapper checks alike), and the checks by
+    /// which the facade refuses what would make the library read outside the
+    /// arrays or walk for ever.
     /// </summary>
     internal static class FailureTests
     {
         private static readonly IntVector Three = new IntVector(new[] { 1, 2, 3 });
-        private static readonly double[] Rising = new double[1001], Flat = new double[1001];
-
-        static FailureTests()
-        {
-            for (int i = 0; i < Rising.Length; i++) Rising[i] = i;
-        }
+        private static readonly double[] Rising = Enumerable.Range(0, 1001).Select(i => (double)i).ToArray(), Flat = new double[1001];
 
         /// <summary>Kind, message (null: not compared), parameter name, call.</summary>
         private sealed class Cases : List<Tuple<Type, string, string, Action>>
@@ -37,14 +34,10 @@ namespace Quillmap.Tests
 
         private static readonly Cases All = new Cases {
             { typeof(ArgumentOutOfRangeException), null, "index", () => { int unused = Three[3]; } },
-            { typeof(ArgumentOutOfRangeException), null, "index", () => new IntVector(Three).SetRange(2, Three) },
             { typeof(ArgumentOutOfRangeException), null, "count", () => IntVector.Repeat(7, -1) },
-            { typeof(ArgumentOutOfRangeException), null, "capacity", () => new IntVector(-1) },
             { typeof(ArgumentException), "invalid range", "", () => Three.GetRange(4, 0) },
-            { typeof(ArgumentNullException), "std::vector< int > const & type is null", null, () => new IntVector().AddRange(null) },
             { typeof(ArgumentNullException), "std::vector< int > & type is null", null,
               () => new ExtremeResamplerDoubleDouble().UpdateIndices(null, new double[3], new double[3], ResamplingMode.Min, null) },
-            { typeof(ArgumentNullException), "ResamplingArgs & type is null", null, () => ExtremeResamplingHelpersWrapper.GetActualResampling(null) },
             { typeof(ArgumentNullException), "MinMaxPointSearchResult< unsigned short > & type is null", null,
               () => new ArrayOperationsUInt16().MinMax(new ushort[2], 0, 2, null) },
             { typeof(NullReferenceException), "x is null", null, () => new ExtremeResamplerDoubleDouble().Execute(

@@ -8,40 +8,21 @@ namespace Quillmap.Tests
     [AttributeUsage(AttributeTargets.Method)]
     internal sealed class TestAttribute : Attribute { }
 
-    internal sealed class CheckFailed : Exception
-    {
-        public CheckFailed(string message) : base(message) { }
-    }
+    internal sealed class CheckFailed : Exception { public CheckFailed(string message) : base(message) { } }
 
     /// <summary>The few assertions the tests need.</summary>
     internal static class Check
     {
+        public static void True(bool condition, string what) { if (!condition) throw new CheckFailed(what); }
+
         public static void Equal<T>(T expected, T actual, string what)
         {
-            if (!EqualityComparer<T>.Default.Equals(expected, actual))
-                throw new CheckFailed(string.Format("{0}: expected {1}, got {2}", what, expected, actual));
-        }
-
-        public static void True(bool condition, string what)
-        {
-            if (!condition) throw new CheckFailed(what);
+            True(EqualityComparer<T>.Default.Equals(expected, actual), string.Format("{0}: expected {1}, got {2}", what, expected, actual));
         }
 
         public static void Sequence<T>(IEnumerable<T> expected, IEnumerable<T> actual, string what)
         {
             Equal(string.Join(" ", expected), string.Join(" ", actual), what);
-        }
-
-        /// <summary>The exception the action raised, which must be of type E exactly.</summary>
-        public static E Throws<E>(Action action, string what) where E : Exception
-        {
-            try {
-                action();
-            } catch (Exception e) {
-                True(e.GetType() == typeof(E), string.Format("{0}: expected {1}, got {2}", what, typeof(E).Name, e));
-                return (E)e;
-            }
-            throw new CheckFailed(what + ": expected " + typeof(E).Name + ", nothing was thrown");
         }
     }
 

@@ -1,8 +1,9 @@
 #pragma once
 // The few POSIX memory calls that the tests use to put an unreadable page
 // right behind an array, mapped onto VirtualAlloc and VirtualProtect for the
-// Windows test programs. Anonymous private mappings only; munmap releases a
-// whole mapping from its start. Only Windows builds see this folder.
+// Windows test programs: anonymous private mappings only, and munmap
+// releases a whole mapping from its start. Only Windows builds see this
+// folder.
 
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -23,31 +24,23 @@
 
 #ifndef _SC_PAGESIZE
 #define _SC_PAGESIZE 30
-inline long sysconf(int name) {
-    if (name != _SC_PAGESIZE) return -1;
+inline long sysconf(int) {
     SYSTEM_INFO info;
     GetSystemInfo(&info);
     return static_cast<long>(info.dwPageSize);
 }
 #endif
 
-namespace qmtest::windows {
-inline DWORD PageProtection(int prot) {
-    if (prot & PROT_WRITE) return PAGE_READWRITE;
-    if (prot & PROT_READ) return PAGE_READONLY;
-    return PAGE_NOACCESS;
-}
-}  // namespace qmtest::windows
+inline DWORD QmPageProtection(int prot) { return prot & PROT_WRITE ? PAGE_READWRITE : prot & PROT_READ ? PAGE_READONLY : PAGE_NOACCESS; }
 
-inline void* mmap(void* hint, std::size_t length, int prot, int flags, int fd, long offset) {
-    if (hint != nullptr || fd != -1 || offset != 0 || flags != (MAP_PRIVATE | MAP_ANONYMOUS)) return MAP_FAILED;
-    void* block = VirtualAlloc(nullptr, length, MEM_RESERVE | MEM_COMMIT, qmtest::windows::PageProtection(prot));
+inline void* mmap(void*, std::size_t length, int prot, int, int, long) {
+    void* block = VirtualAlloc(nullptr, length, MEM_RESERVE | MEM_COMMIT, QmPageProtection(prot));
     return block != nullptr ? block : MAP_FAILED;
 }
 
 inline int mprotect(void* address, std::size_t length, int prot) {
     DWORD old = 0;
-    return VirtualProtect(address, length, qmtest::windows::PageProtection(prot), &old) ? 0 : -1;
+    return VirtualProtect(address, length, QmPageProtection(prot), &old) ? 0 : -1;
 }
 
 inline int munmap(void* address, std::size_t) { return VirtualFree(address, 0, MEM_RELEASE) ? 0 : -1; }

@@ -1,0 +1,313 @@
+// The kernels behind the interface against plain versions of their rules
+// (support/PlainRules.h), on every ISA the processor has, for every element
+// type, on data made to break a vectorised scan: ties, NaN runs, both zeros
+// and both infinities, extremes that arrive late, ramps, sawtooth, runs of
+// one value, sums that overflow Single or wrap 32 and 64 bits.
+//
+// Scans: the six seeded scans, their variants that stop at the first NaN,
+// and the search for the first number give exactly what a plain walk gives,
+// at lengths around every unroll boundary, from unaligned starts, up to an
+// unreadable page and at positions that end at the largest int32. Seeds
+// come from the same values, NaN among them, so a seed an equal element
+// replaced or a NaN seed dropped shows too.
+//
+// Mid: the reduction reads each bucket once and settles a speculative search
+// at the end; it must pick exactly what the plain rule picks: a MinMax pass,
+// the middle in TY's arithmetic, then the first point strictly nearest to
+// it, the piece's start when no distance is below DBL_MAX, and in a wrapped
+// ring each piece on its own, the older winning a tie. The variant of the
+// NaN-aware strategies also has to stop at the first NaN, in a ring possibly
+// past the seam.
+//
+// Lookups: a linear scan that leaves at the first hit, and a lower bound
+// whose last test reads data[lo] even when lo has reached end. Against
+// std::find and std::lower_bound, random ranges catch an off-by-one at either
+// end, a hit outside the range, a later equal found first, a compare of part
+// of a 64-bit word (the alphabet holds words that differ in their low half
+// only), an equality that is not IEEE's (NaN found, -0.0 not taken for 0.0),
+// and a midpoint that wraps (some ranges end at the largest int32). What a
+// NaN in sorted data does is shown on its own.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "arrayops/GenericArrayOperations.h"
+#include "arrayops/ScanKernels.h"
+#include "arrayops/simd/IsaChoice.h"
+#include "resampling/buckets/BucketRange.h"
+#include "resampling/buckets/Reductions.h"
+#include "support/GuardedArray.h"
+#include "support/PlainRules.h"
+
+namespace qm {
+namespace {
+
+using namespace qmtest;
+
+template <class T>
+class Kernels : public ::testing::Test {};
+using ElementTypes = ::testing::Types<double, float, std::int64_t, std::uint64_t, std::int32_t, std::uint32_t,
+                                      std::int16_t, std::uint16_t, std::uint8_t, std::int8_t>;
+TYPED_TEST_SUITE(Kernels, ElementTypes);
+
+// Runs `body` once under each ISA the processor has, and restores the
+// processor's own choice afterwards.
+template <class Body>
+void ForEachIsa(Body body) {
+    const simd::Isa best = simd::ActiveIsa();
+    for (const simd::Isa isa : {simd::Isa::Generic, simd::Isa::Sse2, simd::Isa::Avx2, simd::Isa::Avx512}) {
+        if (!simd::ForceIsa(isa)) continue;
+        SCOPED_TRACE(simd::IsaName(isa));
+        body();
+    }
+    simd::ForceIsa(best);
+}
+
+// Values that catch a wrong comparison: both ends of the type and their
+// neighbours, the sign bit of unsigned types, 64-bit words that differ in
+// the low half only, and for floating types NaN, both zeros and both
+// infinities.
+template <class T>
+std::vector<T> Alphabet() {
+    using L = std::numeric_limits<T>;
+    std::vector<T> a{L::lowest(), T(0), T(1), T(2), T(3), L::max(), static_cast<T>(L::max() - 1)};
+    if constexpr (std::is_integral_v<T>) a.push_back(static_cast<T>(L::max() / 2 + 1));
+    if constexpr (std::is_integral_v<T> && sizeof(T) == 8) a.insert(a.end(), {T(0x100000000), T(0x100000001)});
+    if constexpr (L::has_quiet_NaN) a.insert(a.end(), {T(-0.0), T(-1), L::quiet_NaN(), L::infinity(), -L::infinity()});
+    return a;
+}
+
+// n values in one of kShapes shapes, scaled to T; each names what it is to
+// break.
+constexpr std::int32_t kShapes = 10;
+template <class T>
+std::vector<T> Series(std::int32_t n, std::int32_t shape, std::mt19937_64& rng) {
+    using L = std::numeric_limits<T>;
+    const std::vector<T> all = Alphabet<T>();
+    const T few[3] = {all[rng() % all.size()], all[rng() % all.size()], all[rng() % all.size()]};
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    const double bottom = L::is_integer ? static_cast<double>(L::lowest()) : -1e6, top = L::is_integer ? static_cast<double>(L::max()) : 1e6;
+    auto in = [&](double v) {  // v in [0, 1] onto T's range (floating types: +-1e6)
+        const double x = bottom + v * (top - bottom);
+        if constexpr (L::is_integer) return x >= top ? L::max() : x <= bottom ? L::lowest() : static_cast<T>(x);
+        else return static_cast<T>(x);
+    };
+    std::vector<T> y(static_cast<std::size_t>(n));
+    double walk = 0.5;
+    T run = few[0];
+    for (std::int32_t i = 0; i < n; ++i) {
+        const double t = n > 1 ? static_cast<double>(i) / (n - 1) : 0.0;
+        T& v = y[static_cast<std::size_t>(i)];
+        switch (shape) {
+            case 0: v = in(unit(rng)); break;                                // noise
+            case 1: v = few[rng() % 3]; break;                              // ties, of specials too
+            case 2: v = rng() % static_cast<std::uint64_t>(n + 1) < 2 ? few[0] : few[1]; break;  // an extreme that turns up late
+            case 3: v = in(0.25 + 0.5 * t); break;                          // ramp up: every stretch beats the last
+            case 4: v = in(0.75 - 0.5 * t); break;                          // ramp down
+            case 5: v = in(0.3 + 0.4 * std::fmod(t * 7.0, 1.0)); break;     // sawtooth
+            case 6: v = run = rng() % 40 == 0 ? few[rng() % 3] : run; break;  // runs of one value, NaN runs among them
+            case 7:                                                         // walk with late extremes
+                walk = std::fmin(1.0, std::fmax(0.0, walk + (unit(rng) - 0.5) * 0.01));
+                v = in(0.25 + 0.5 * walk * t + (unit(rng) - 0.5) * 0.05);
+                break;
+            case 8: v = static_cast<T>(L::max() - static_cast<T>(rng() % 5)); break;  // sums that wrap or overflow
+            default: v = (i / 13) % 5 == 0 && L::has_quiet_NaN ? L::quiet_NaN() : in(unit(rng));  // NaN runs over noise
+        }
+    }
+    return y;
+}
+
+// A scan's outcome as text, each value with its bits: -0.0 differs from +0.0
+// and a NaN that was carried equals itself.
+template <class T>
+std::string Shown(const Extremes<T>& e) {
+    auto bits = [](T v) {
+        std::uint64_t b = 0;
+        std::memcpy(&b, &v, sizeof v);
+        return std::to_string(+v) + "#" + std::to_string(b);
+    };
+    return bits(e.lo) + " at " + std::to_string(e.loAt) + ", " + bits(e.hi) + " at " + std::to_string(e.hiAt) + ", stop " +
+           std::to_string(e.stop);
+}
+
+// Every scan from one seed against the plain walk; the forms without an index
+// must leave the positions alone. Floating types also run the variants that
+// stop at NaN and the search for the first number.
+template <class T>
+void ExpectPlainWalk(const T* d, std::int32_t s, std::int32_t e, const Extremes<T>& seed) {
+    const GenericArrayOperations<T> ops{};
+    const Extremes<T> want = Walk(d, s, e, seed), values{want.lo, seed.loAt, want.hi, seed.hiAt, e};
+    Extremes<T> indexed = seed, plain = seed, both = seed;
+    indexed.stop = plain.stop = both.stop = e;
+    ops.Min(d, s, e, indexed.lo, indexed.loAt), ops.Max(d, s, e, indexed.hi, indexed.hiAt);
+    ops.Min(d, s, e, plain.lo), ops.Max(d, s, e, plain.hi), ops.MinMax(d, s, e, both.lo, both.hi);
+    MinMaxPointSearchResult<T> r{seed.loAt, seed.hiAt, seed.lo, seed.hi};
+    ops.MinMax(d, s, e, r);
+    // In order: Min and Max with index, the MinMax record, Min and Max, MinMax.
+    EXPECT_EQ((std::vector{Shown(indexed), Shown(Extremes<T>{r.Min, r.MinIndex, r.Max, r.MaxIndex, e}), Shown(plain), Shown(both)}),
+              (std::vector{Shown(want), Shown(want), Shown(values), Shown(values)}));
+    if constexpr (std::is_floating_point_v<T>) {
+        const ScanTable<T>& scans = simd::ActiveScans<T>();
+        const Extremes<T> toNaN = Walk(d, s, e, seed, true);
+        Extremes<T> apart = seed;
+        apart.stop = scans.minToNaN(d, s, e, apart.lo, apart.loAt);
+        const std::int32_t maxStop = scans.maxToNaN(d, s, e, apart.hi, apart.hiAt);
+        r = {seed.loAt, seed.hiAt, seed.lo, seed.hi};
+        const std::int32_t stop = scans.minMaxToNaN(d, s, e, r);
+        std::int32_t number = s;
+        while (number < e && d[number] != d[number]) ++number;
+        // In order: Min and Max up to NaN, where Max stopped, the MinMax record up to NaN, the first number.
+        EXPECT_EQ((std::vector{Shown(apart), std::to_string(maxStop), Shown(Extremes<T>{r.Min, r.MinIndex, r.Max, r.MaxIndex, stop}),
+                               std::to_string(scans.firstNumber(d, s, e))}),
+                  (std::vector{Shown(toNaN), std::to_string(toNaN.stop), Shown(toNaN), std::to_string(number)}));
+    }
+}
+
+TYPED_TEST(Kernels, ScansMatchThePlainWalk) {
+    using T = TypeParam;
+    using L = std::numeric_limits<T>;
+    const std::vector<T> all = Alphabet<T>();
+    // Lengths around every unroll boundary of every ISA: a vector of 1 to 64
+    // lanes, the short ranges held in registers (up to eight vectors and 64
+    // elements), four chains of vectors, and stretches.
+    const std::int32_t stretch = scan::kStretch<T>;
+    std::vector<std::int32_t> counts(71);
+    std::iota(counts.begin(), counts.end(), 0);
+    counts.insert(counts.end(), {127, 128, 129, 255, 256, 257, 300, 511, 512, 513, stretch - 1, stretch, stretch + 1,
+                                 2 * stretch + 3, 3 * stretch + 77});
+    std::mt19937_64 rng(20240611u);
+    for (const std::int32_t count : counts) {
+        for (std::int32_t trial = 0; trial < 8; ++trial) {
+            // In front of the range (an unaligned start) and behind it lie
+            // values that would win if they were read; behind those an
+            // unreadable page, right at the range's end when there are none.
+            const auto start = static_cast<std::int32_t>(rng() % 10), end = start + count, pad = trial / 2 % 4;
+            GuardedArray<T> d(static_cast<std::size_t>(end + pad), L::has_infinity ? L::infinity() : L::max());
+            for (std::int32_t k = 1; k < end + pad; k += 2) d[k] = L::has_infinity ? -L::infinity() : L::lowest();
+            const std::vector<T> values = Series<T>(count, (trial + count) % kShapes, rng);
+            std::copy(values.begin(), values.end(), d.data() + start);
+            Extremes<T> seed;
+            if (trial % 2) seed = {all[rng() % all.size()], trial, all[rng() % all.size()], trial + 1};
+            // Once per length the positions end at the largest int32, which they must reach without wrapping.
+            const std::int32_t shift = trial == 5 ? INT_MAX - end : 0;
+            SCOPED_TRACE(::testing::Message() << "count " << count << " start " << start << " trial " << trial);
+            ForEachIsa([&] { ExpectPlainWalk(d.data() - shift, start + shift, end + shift, seed); });
+            if (this->HasFailure()) return;
+        }
+    }
+}
+
+// The plain rule over [start, end), or with a ring's size over the ring
+// bucket from slot start that wraps to slot end when end <= start.
+template <class T>
+std::int32_t PlainMid(const T* y, std::int32_t start, std::int32_t end, std::int32_t size = 0) {
+    const bool wraps = size > 0 && end <= start;
+    const Extremes<T> m = wraps ? Walk(y, 0, end, Walk(y, start, size)) : Walk(y, start, end);
+    const double mid = Midpoint(m.hi, m.lo);
+    const std::int32_t first = Nearest(y, start, wraps ? size : end, mid);
+    if (!wraps || end <= 0) return first;
+    const std::int32_t second = Nearest(y, 0, end, mid);
+    return std::fabs(static_cast<double>(y[first]) - mid) > std::fabs(static_cast<double>(y[second]) - mid) ? second : first;
+}
+
+// Mostly short, some over many stretches, a few past the records' capacity
+// (which then merges neighbours).
+std::int32_t LengthFor(std::int32_t trial, std::mt19937_64& rng) {
+    static const std::int32_t kLong[] = {4095, 4096, 4097, 33000, 70000, 300000};
+    if (trial % 16 == 15) return kLong[rng() % 6];
+    return static_cast<std::int32_t>(rng() % (trial % 4 == 0 ? 3000 : 130));
+}
+
+// Mid reductions: a bucket and a ring bucket over the same slots.
+TYPED_TEST(Kernels, MidPicksWhatThePlainRulePicks) {
+    using T = TypeParam;
+    const GenericArrayOperations<T> ops{};
+    std::mt19937_64 rng(11u);
+    for (std::int32_t trial = 0; trial < 160; ++trial) {
+        const std::int32_t n = LengthFor(trial, rng), size = std::max(n, 1);
+        std::vector<T> y = Series<T>(n + 1, trial % kShapes, rng);  // one spare: an empty range reads its start
+        // A plain range from a few slots in, and a ring bucket over the same
+        // slots from slot s to slot e, which wraps when e <= s.
+        const auto start = n > 0 ? static_cast<std::int32_t>(rng() % 5 % static_cast<std::uint64_t>(n)) : 0;
+        const auto s = static_cast<std::int32_t>(rng() % static_cast<std::uint64_t>(size));
+        const auto e = static_cast<std::int32_t>(rng() % static_cast<std::uint64_t>(size + 1));
+        if (std::numeric_limits<T>::has_quiet_NaN && trial % 2)
+            for (std::int32_t k = 0; k <= n / 500; ++k) y[rng() % y.size()] = std::numeric_limits<T>::quiet_NaN();
+        SCOPED_TRACE(::testing::Message() << "n " << n << " shape " << trial % kShapes << " start " << start << " ring " << s << " to " << e);
+        const std::int32_t want = PlainMid(y.data(), start, n), wantRing = PlainMid(y.data(), s, e, size);
+        ForEachIsa([&] {
+            EXPECT_EQ(Reduce(Reduction::Mid, ops, y.data(), PlainRange{start, n}, 0.0).position[0], want);
+            EXPECT_EQ(Reduce(Reduction::Mid, ops, y.data(), RingRange{s, e, size, 1}, 0.0).position[0], wantRing) << "ring";
+        });
+        if constexpr (std::is_floating_point_v<T>) {
+            // The NaN-aware variant reduces the run from a number up to the
+            // first NaN, which in a wrapped ring may lie past the seam.
+            if (y[start] != y[start]) y[start] = 1;
+            if (y[s] != y[s]) y[s] = 1;
+            std::int32_t runEnd = start, ringRunEnd = s;
+            while (runEnd < n && y[runEnd] == y[runEnd]) ++runEnd;
+            for (std::int32_t k = 0, slots = s < e ? e - s : size - s + e; k < slots && y[ringRunEnd] == y[ringRunEnd]; ++k)
+                if (++ringRunEnd == size && e <= s) ringRunEnd = 0;
+            const std::int32_t wantRun = PlainMid(y.data(), start, runEnd), wantRingRun = PlainMid(y.data(), s, ringRunEnd, size);
+            ForEachIsa([&] {
+                std::int32_t stop = -2;
+                EXPECT_EQ(ReduceRun(Reduction::Mid, y.data(), RingRange{s, e, size, 0}, 0.0, stop).position[0], wantRingRun) << "ring";
+                EXPECT_EQ(stop, ringRunEnd) << "ring";
+                if (n == 0) return;
+                EXPECT_EQ(ReduceRun(Reduction::Mid, y.data(), PlainRange{start, n}, 0.0, stop).position[0], wantRun);
+                EXPECT_EQ(stop, runEnd);
+            });
+        }
+        if (this->HasFailure()) return;
+    }
+}
+
+TYPED_TEST(Kernels, LookupsMatchFindAndLowerBound) {
+    using T = TypeParam;
+    const std::vector<T> alphabet = Alphabet<T>();
+    std::mt19937 rng(77u);
+    auto any = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(rng); };
+    for (int trial = 0; trial < 400; ++trial) {
+        const std::size_t n = 1 + any(40);
+        std::vector<T> d(n);
+        for (T& e : d) e = alphabet[any(alphabet.size())];
+        const auto end = static_cast<std::int32_t>(any(n));  // data[end] stays readable
+        const auto start = static_cast<std::int32_t>(any(static_cast<std::size_t>(end) + 1));
+        const T value = alphabet[any(alphabet.size())];
+        // Every fourth range is moved to end at the largest int32.
+        const std::int32_t shift = trial % 4 == 3 ? INT_MAX - end : 0;
+        const T* const b = d.data() + start;
+        const T* const e = d.data() + end;
+        const T* hit = std::find(b, e, value);
+        EXPECT_EQ(GenericArrayOperations<T>{}.FindIndexExactInUnsortedData(d.data() - shift, start + shift, end + shift, value),
+                  hit == e ? -1 : static_cast<std::int32_t>(hit - d.data()) + shift);
+        for (T& v : d) v = v == v ? v : T(0);  // sorted data holds no NaN
+        std::sort(d.begin(), d.end());
+        const auto lo = static_cast<std::int32_t>(std::lower_bound(b, e, value) - d.data());
+        EXPECT_EQ(GenericArrayOperations<T>{}.FindIndexExactInSortedData(d.data() - shift, start + shift, end + shift, value),
+                  d[static_cast<std::size_t>(lo)] == value ? lo + shift : -1)
+            << "range [" << start << ", " << end << ") of " << n << " moved by " << shift;
+    }
+}
+
+// A NaN in sorted data sends the search left of it: the 5 is missed, which
+// the scan finds.
+TEST(KernelRules, NaNInSortedDataHidesWhatLiesRightOfIt) {
+    const GenericArrayOperations<double> ops{};
+    const double broken[] = {1, 2, NAN, 4, 5};
+    EXPECT_EQ(ops.FindIndexExactInSortedData(broken, 0, 5, 5.0), -1);
+    EXPECT_EQ(ops.FindIndexExactInUnsortedData(broken, 0, 5, 5.0), 4);
+}
+
+}  // namespace
+}  // namespace qm
