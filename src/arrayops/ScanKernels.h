@@ -59,55 +59,104 @@ struct Above {
 inline constexpr std::int32_t kChains = 4;
 
 // A stretch is what one packed test covers, and what the final search may
-// have to read again: 8 KiB, from L1 or L2. Longer stretches spend less on
-// the test at their end; the search is made once per scan.
+// have to read again, from L1. Shorter stretches make that search cheap
+// next to the stretches around it; longer ones spend less on the tests at
+// their ends.
 template <class T>
-inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(8192 / sizeof(T));
+inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(4096 / sizeof(T));
 
-// Lane i of the result is lane (i + kShift) mod kLanes of v.
-template <class Ops, std::int32_t kShift, std::size_t... I>
+// Lane i of the result is lane (i + kShift) mod kLanes of v; with kInBlocks
+// the lane kShift further on within i's block of 16 bytes.
+template <class Ops, std::int32_t kShift, bool kInBlocks, std::size_t... I>
 [[gnu::always_inline]] inline typename Ops::V Rotate(typename Ops::V v, std::index_sequence<I...>) {
-    return __builtin_shufflevector(v, v, static_cast<int>((I + kShift) % Ops::kLanes)...);
+    constexpr std::size_t kBlock = kInBlocks ? 16 / sizeof(typename Ops::Element) : Ops::kLanes;
+    return __builtin_shufflevector(v, v, static_cast<int>(I / kBlock * kBlock + (I % kBlock + kShift) % kBlock)...);
 }
 
 // Folds each half of the lanes onto the other until every lane holds the
 // best of all; which of equal lanes survives does not matter, since the
-// winner is searched in memory.
+// winner is searched in memory. Halves of 16 bytes or more move across the
+// register; after them every block of 16 bytes holds the same lanes, so the
+// rest fold within blocks, which the wide ISAs do in one cycle rather than
+// three or four.
 template <class Ops, class Rule, std::int32_t kHalf = Ops::kLanes / 2>
 [[gnu::always_inline]] inline typename Ops::V FoldLanes(typename Ops::V v) {
     if constexpr (kHalf == 0) {
         return v;
     } else {
+        constexpr bool kInBlocks = kHalf * sizeof(typename Ops::Element) < 16;
         return FoldLanes<Ops, Rule, kHalf / 2>(
-            Rule::Keep(v, Rotate<Ops, kHalf>(v, std::make_index_sequence<Ops::kLanes>{})));
+            Rule::Keep(v, Rotate<Ops, kHalf, kInBlocks>(v, std::make_index_sequence<Ops::kLanes>{})));
     }
 }
 
-// The first position in p[0, n) whose lanes select, or n. n is a whole
-// number of vectors; nothing past p + n is loaded.
+// `taken` if `take`, else `kept`, by arithmetic: a select on a condition
+// that is as good as random, which neither a branch (mispredicted half the
+// time) nor a vectorised reduction (packed through memory) serves.
+[[gnu::always_inline]] inline std::int32_t Choose(bool take, std::int32_t taken, std::int32_t kept) {
+    return kept ^ ((taken ^ kept) & -static_cast<std::int32_t>(take));
+}
+
+// Of kCount vectors' compare bits, the position of the first lane set,
+// where vector v starts at at[v] and some lane is set: each vector with a
+// lane set, from the last to the first, replaces the answer.
+template <class Ops, std::size_t kCount>
+[[gnu::always_inline]] inline std::int32_t FirstOf(const std::uint64_t (&bits)[kCount],
+                                                   const std::int32_t (&at)[kCount]) {
+    std::int32_t found = at[kCount - 1] + Ops::LaneOf(bits[kCount - 1]);
+    for (std::size_t v = kCount - 1; v-- > 0;) found = Choose(bits[v] != 0, at[v] + Ops::LaneOf(bits[v]), found);
+    return found;
+}
+
+// The first position of p[0, n) whose element `select` picks, when one is
+// known to be there. Four vectors go to one test; the last eight (or four)
+// are looked at together and end at p + n, overlapping where n is not a
+// whole number of vectors. For n below a vector the one vector read ends
+// at p + n: the scanned range goes on before p.
 template <class Ops, class Select>
-[[gnu::always_inline]] inline std::int32_t FirstSelected(const typename Ops::Element* p, std::int32_t n, Select select) {
-    for (std::int32_t k = 0; k < n; k += Ops::kLanes) {
-        const std::uint64_t bits = Ops::ByteBits(select(Ops::Load(p + k)));
-        if (bits != 0) return k + Ops::LaneOf(bits);
+[[gnu::always_inline]] inline std::int32_t FirstSelectedIn(const typename Ops::Element* p, std::int32_t n,
+                                                            Select select) {
+    constexpr std::int32_t kLanes = Ops::kLanes;
+    const std::int32_t last = n - kLanes;
+    std::int32_t k = 0;
+    for (; n - k > 8 * kLanes; k += 4 * kLanes) {
+        const auto m0 = select(Ops::Load(p + k)), m1 = select(Ops::Load(p + k + kLanes));
+        const auto m2 = select(Ops::Load(p + k + 2 * kLanes)), m3 = select(Ops::Load(p + k + 3 * kLanes));
+        if (Ops::Any((m0 | m1) | (m2 | m3))) {
+            const std::uint64_t bits[4] = {Ops::ByteBits(m0), Ops::ByteBits(m1), Ops::ByteBits(m2), Ops::ByteBits(m3)};
+            const std::int32_t at[4] = {k, k + kLanes, k + 2 * kLanes, k + 3 * kLanes};
+            return FirstOf<Ops>(bits, at);
+        }
     }
-    return n;
+    auto lastAt = [&](std::int32_t v) { return k + v * kLanes < last ? k + v * kLanes : last; };
+    auto bitsAt = [&](std::int32_t at) { return Ops::ByteBits(select(Ops::Load(p + at))); };
+    if (n - k > 4 * kLanes) {
+        const std::int32_t at[8] = {lastAt(0), lastAt(1), lastAt(2), lastAt(3), lastAt(4), lastAt(5), lastAt(6), last};
+        const std::uint64_t bits[8] = {bitsAt(at[0]), bitsAt(at[1]), bitsAt(at[2]), bitsAt(at[3]),
+                                       bitsAt(at[4]), bitsAt(at[5]), bitsAt(at[6]), bitsAt(at[7])};
+        return FirstOf<Ops>(bits, at);
+    }
+    const std::int32_t at[4] = {lastAt(0), lastAt(1), lastAt(2), last};
+    const std::uint64_t bits[4] = {bitsAt(at[0]), bitsAt(at[1]), bitsAt(at[2]), bitsAt(at[3])};
+    return FirstOf<Ops>(bits, at);
 }
 
-// One running extreme with the position it came from.
+// One running extreme with the position it came from. Only `value` and
+// `index` mean anything before Start; the rest is set there.
 template <class Ops, class Rule>
 struct Extreme {
     using T = typename Ops::Element;
     using V = typename Ops::V;
-    static constexpr std::int32_t kLanes = Ops::kLanes;
+
+    Extreme(T seed, std::int32_t seedIndex) : value(seed), index(seedIndex) {}
 
     T value;
     std::int32_t index;
-    V chain[kChains]{};
-    V running{};               // the running value in every lane
-    const T* won = nullptr;    // the last stretch that beat the running value
-    std::int32_t wonAt = 0;    // its position
-    std::int32_t wonLength = 0;
+    V c0, c1, c2, c3;          // the chains
+    V running;                 // the running value in every lane
+    const T* won;              // the last stretch that beat the running value
+    std::int32_t wonAt;        // its position
+    std::int32_t wonLength;
 
     void Visit(T e, std::int32_t i) {
         if (Rule::Beats(e, value)) {
@@ -118,17 +167,23 @@ struct Extreme {
 
     [[gnu::always_inline]] void Start() {
         running = Ops::Splat(value);
-        for (V& c : chain) c = running;
+        c0 = c1 = c2 = c3 = running;
+        won = nullptr;
+        wonAt = wonLength = 0;
     }
 
-    [[gnu::always_inline]] void Take(std::int32_t c, V e) { chain[c] = Rule::Keep(chain[c], e); }
+    template <std::int32_t kChain>
+    [[gnu::always_inline]] void Take(V e) {
+        V& c = kChain == 0 ? c0 : kChain == 1 ? c1 : kChain == 2 ? c2 : c3;
+        c = Rule::Keep(c, e);
+    }
 
     // After the stretch of n elements at p (position at): did it beat the
     // running value? The chains hold everything so far, and every lane of
     // them is at best equal to the running value until this stretch, so a
     // lane that beats it came from this stretch.
     [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) {
-        const V merged = Rule::Keep(Rule::Keep(chain[0], chain[1]), Rule::Keep(chain[2], chain[3]));
+        const V merged = Rule::Keep(Rule::Keep(c0, c1), Rule::Keep(c2, c3));
         if (!Ops::Any(Rule::Beats(merged, running))) return;
         running = FoldLanes<Ops, Rule>(merged);
         won = p;
@@ -136,15 +191,36 @@ struct Extreme {
         wonLength = n;
     }
 
-    // The winner is in the last stretch that won: in its whole vectors, or
-    // else in the vector that ends it.
+    // A short range, whose kCount vectors (at p + at[v], in order) are all
+    // held in registers: their best against the running value, and the
+    // winner found among the registers without reading them again. Each
+    // chain starts from the running value, so NaN never enters a lane.
+    template <std::size_t kCount>
+    [[gnu::always_inline]] void TakeShort(const V (&e)[kCount], const std::int32_t (&at)[kCount], const T* p,
+                                          std::int32_t position) {
+        const V seed = Ops::Splat(value);
+        V chains[4];
+        for (std::size_t v = 0; v < 4; ++v) chains[v] = Rule::Keep(seed, e[v]);
+        for (std::size_t v = 4; v < kCount; ++v) chains[v - 4] = Rule::Keep(chains[v - 4], e[v]);
+        const V final = FoldLanes<Ops, Rule>(Rule::Keep(Rule::Keep(chains[0], chains[1]), Rule::Keep(chains[2], chains[3])));
+        if (!Rule::Beats(final[0], value)) return;
+        // One bit per position (the range is at most 64 long), each
+        // vector's lanes at its own place, so the first set bit is the
+        // winner; where vectors overlap they agree.
+        std::uint64_t bits = 0;
+        for (std::size_t v = 0; v < kCount; ++v) bits |= Ops::LaneBits(Ops::Equal(e[v], final)) << at[v];
+        const auto k = static_cast<std::int32_t>(__builtin_ctzll(bits | (std::uint64_t{1} << 63)));
+        value = p[k];
+        index = position + k;
+    }
+
+    // The winner is the first element of the last stretch that won equal to
+    // the final value; its value is read back, so that of -0.0 and +0.0 the
+    // first one's sign stays.
     [[gnu::always_inline]] void Finish() {
         if (won == nullptr) return;
         const V final = running;
-        auto equal = [final](V e) { return Ops::Equal(e, final); };
-        const std::int32_t whole = wonLength / kLanes * kLanes;
-        std::int32_t k = FirstSelected<Ops>(won, whole, equal);
-        if (k == whole) k = wonLength - kLanes + FirstSelected<Ops>(won + wonLength - kLanes, kLanes, equal);
+        const std::int32_t k = FirstSelectedIn<Ops>(won, wonLength, [final](V e) { return Ops::Equal(e, final); });
         value = won[k];
         index = wonAt + k;
         won = nullptr;
@@ -157,10 +233,18 @@ struct OneSide {
     using T = typename Ops::Element;
     Extreme<Ops, Rule> side;
     void Visit(T e, std::int32_t i) { side.Visit(e, i); }
-    void Start() { side.Start(); }
-    [[gnu::always_inline]] void Take(std::int32_t c, typename Ops::V e) { side.Take(c, e); }
+    [[gnu::always_inline]] void Start() { side.Start(); }
+    template <std::int32_t kChain>
+    [[gnu::always_inline]] void Take(typename Ops::V e) {
+        side.template Take<kChain>(e);
+    }
     [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) { side.EndStretch(p, at, n); }
-    void Finish() { side.Finish(); }
+    [[gnu::always_inline]] void Finish() { side.Finish(); }
+    template <std::size_t kCount>
+    [[gnu::always_inline]] void TakeShort(const typename Ops::V (&e)[kCount], const std::int32_t (&at)[kCount],
+                                          const T* p, std::int32_t position) {
+        side.TakeShort(e, at, p, position);
+    }
 };
 
 template <class Ops>
@@ -168,9 +252,10 @@ using MinScan = OneSide<Ops, Below<Ops>>;
 template <class Ops>
 using MaxScan = OneSide<Ops, Above<Ops>>;
 
-// Both extremes at once, from one read of each vector; the two sides never
-// influence each other, so the element order of their tests (Max first)
-// cannot change a result.
+// Both extremes at once, from one read of each vector (held in a register
+// for both, not read again by each); the two sides never influence each
+// other, so the element order of their tests (Max first) cannot change a
+// result.
 template <class Ops>
 struct MinMaxScan {
     using T = typename Ops::Element;
@@ -181,38 +266,149 @@ struct MinMaxScan {
         max.Visit(e, i);
         min.Visit(e, i);
     }
-    void Start() {
+    [[gnu::always_inline]] void Start() {
         min.Start();
         max.Start();
     }
-    [[gnu::always_inline]] void Take(std::int32_t c, typename Ops::V e) {
-        min.Take(c, e);
-        max.Take(c, e);
+    template <std::int32_t kChain>
+    [[gnu::always_inline]] void Take(typename Ops::V e) {
+        e = Ops::Held(e);
+        min.template Take<kChain>(e);
+        max.template Take<kChain>(e);
     }
     [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) {
         max.EndStretch(p, at, n);
         min.EndStretch(p, at, n);
     }
-    void Finish() {
+    [[gnu::always_inline]] void Finish() {
         max.Finish();
         min.Finish();
     }
+    template <std::size_t kCount>
+    [[gnu::always_inline]] void TakeShort(const typename Ops::V (&e)[kCount], const std::int32_t (&at)[kCount],
+                                          const T* p, std::int32_t position) {
+        max.TakeShort(e, at, p, position);
+        min.TakeShort(e, at, p, position);
+    }
 };
 
-// Folds the n elements at p (a whole number of vectors) into the chains.
+// Where the four vectors of the group at k start, for a stretch of n
+// elements: whole groups while more than one group remains, then four that
+// end at n, overlapping the ones before where n is not a whole number of
+// groups (even reaching in front of the stretch, when it is the short end
+// of a longer range). A lane best taken twice is the same lane best, so the
+// overlap changes nothing and the stretch needs no tail of its own.
+template <class Ops>
+struct Groups {
+    static constexpr std::int32_t kLanes = Ops::kLanes;
+    static constexpr std::int32_t kLength = kChains * kLanes;
+
+    static bool Whole(std::int32_t k, std::int32_t n) { return n - k > kLength; }
+
+    template <std::int32_t kVector>
+    static std::int32_t At(std::int32_t k, std::int32_t n) {
+        const std::int32_t at = k + kVector * kLanes;
+        return at < n - kLanes ? at : n - kLanes;
+    }
+};
+
+// Folds the n elements at p into the chains.
 template <class Ops, class Tracker>
-[[gnu::always_inline]] inline void TakeVectors(Tracker& tracker, const typename Ops::Element* p, std::int32_t n) {
-    constexpr std::int32_t kLanes = Ops::kLanes;
+[[gnu::always_inline]] inline void TakeStretch(Tracker& tracker, const typename Ops::Element* p, std::int32_t n) {
+    using G = Groups<Ops>;
     std::int32_t k = 0;
-    for (; n - k >= kChains * kLanes; k += kChains * kLanes)
-        for (std::int32_t c = 0; c < kChains; ++c) tracker.Take(c, Ops::Load(p + k + c * kLanes));
-    for (std::int32_t c = 0; k < n; k += kLanes, ++c) tracker.Take(c, Ops::Load(p + k));
+    for (; G::Whole(k, n); k += G::kLength) {
+        tracker.template Take<0>(Ops::Load(p + k));
+        tracker.template Take<1>(Ops::Load(p + k + G::kLanes));
+        tracker.template Take<2>(Ops::Load(p + k + 2 * G::kLanes));
+        tracker.template Take<3>(Ops::Load(p + k + 3 * G::kLanes));
+    }
+    tracker.template Take<0>(Ops::Load(p + G::template At<0>(k, n)));
+    tracker.template Take<1>(Ops::Load(p + G::template At<1>(k, n)));
+    tracker.template Take<2>(Ops::Load(p + G::template At<2>(k, n)));
+    tracker.template Take<3>(Ops::Load(p + n - G::kLanes));
+}
+
+// Lanes that hold NaN.
+template <class Ops>
+[[gnu::always_inline]] inline std::uint64_t NaNBits(typename Ops::V e) {
+    return Ops::ByteBits(e != e);
+}
+
+// TakeStretch up to the first NaN of p[0, n): the vectors wholly in front
+// of it go into the chains, four to a NaN test. Answers where that NaN
+// lies, or n; `taken` is where the vectors taken end.
+template <class Ops, class Tracker>
+[[gnu::always_inline]] inline std::int32_t TakeStretchToNaN(Tracker& tracker, const typename Ops::Element* p,
+                                                             std::int32_t n, std::int32_t& taken) {
+    using G = Groups<Ops>;
+    constexpr std::int32_t kLanes = G::kLanes;
+    std::int32_t k = 0;
+    bool whole;
+    do {
+        whole = G::Whole(k, n);
+        const std::int32_t at[4] = {whole ? k : G::template At<0>(k, n), whole ? k + kLanes : G::template At<1>(k, n),
+                                    whole ? k + 2 * kLanes : G::template At<2>(k, n),
+                                    whole ? k + 3 * kLanes : n - kLanes};
+        const auto e0 = Ops::Load(p + at[0]), e1 = Ops::Load(p + at[1]);
+        const auto e2 = Ops::Load(p + at[2]), e3 = Ops::Load(p + at[3]);
+        if (Ops::Any(Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3))) [[unlikely]] {
+            // Overlapping vectors hold no NaN where they overlap earlier
+            // ones, so the first vector with one has the first NaN. The
+            // vectors wholly in front of it start at k and do not overlap.
+            const std::uint64_t bits[4] = {NaNBits<Ops>(e0), NaNBits<Ops>(e1), NaNBits<Ops>(e2), NaNBits<Ops>(e3)};
+            const std::int32_t nan = FirstOf<Ops>(bits, at);
+            const std::int32_t before = nan < k ? 0 : (nan - k) / kLanes;
+            if (before >= 1) tracker.template Take<0>(e0);
+            if (before >= 2) tracker.template Take<1>(e1);
+            if (before >= 3) tracker.template Take<2>(e2);
+            taken = k + before * kLanes;
+            return nan;
+        }
+        tracker.template Take<0>(e0);
+        tracker.template Take<1>(e1);
+        tracker.template Take<2>(e2);
+        tracker.template Take<3>(e3);
+        k += G::kLength;
+    } while (whole);
+    taken = n;
+    return n;
 }
 
 // Where the first NaN of p[0, n) lies (n a whole number of vectors), or n.
 template <class Ops>
 [[gnu::always_inline]] inline std::int32_t FirstNaNIn(const typename Ops::Element* p, std::int32_t n) {
-    return FirstSelected<Ops>(p, n, [](typename Ops::V e) { return e != e; });
+    for (std::int32_t k = 0; k < n; k += Ops::kLanes) {
+        const std::uint64_t bits = NaNBits<Ops>(Ops::Load(p + k));
+        if (bits != 0) return k + Ops::LaneOf(bits);
+    }
+    return n;
+}
+
+// A range of n elements at p, from one vector to kCount of them and at most
+// 64, read as kCount vectors that end at p + n (the last ones overlapping
+// where n is shorter) and all held in registers: no stretches, no search in
+// memory.
+// Answers false, having taken nothing, when it meets a NaN it must stop at.
+template <class Ops, std::size_t kCount, bool kStopAtNaN, class Tracker>
+[[gnu::always_inline]] inline bool RunShort(Tracker& tracker, const typename Ops::Element* p, std::int32_t position,
+                                            std::int32_t n) {
+    constexpr std::int32_t kLanes = Ops::kLanes;
+    const std::int32_t last = n - kLanes;
+    std::int32_t at[kCount];
+    typename Ops::V e[kCount];
+    for (std::size_t v = 0; v < kCount; ++v) {
+        const auto k = static_cast<std::int32_t>(v) * kLanes;
+        at[v] = k < last ? k : last;
+        e[v] = Ops::Held(Ops::Load(p + at[v]));
+    }
+    if constexpr (kStopAtNaN) {
+        auto nan = Ops::Unordered(e[0], e[1]);
+        for (std::size_t v = 2; v < kCount; v += 2) nan = nan | Ops::Unordered(e[v], e[v + 1]);
+        if (Ops::Any(nan)) return false;
+    }
+    tracker.TakeShort(e, at, p, position);
+    return true;
 }
 
 // The scan of [start, end), or of the part of it in front of its first NaN
@@ -220,7 +416,7 @@ template <class Ops>
 // Positions never pass `end`, so no index wraps even for ranges that end at
 // the largest int32.
 template <class Ops, bool kStopAtNaN, class Tracker, class T>
-std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
+[[gnu::always_inline]] inline std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     constexpr std::int32_t kLanes = Ops::kLanes;
     if (static_cast<std::int64_t>(end) - start < kLanes) {
         for (std::int32_t i = start; i < end; ++i) {
@@ -229,31 +425,37 @@ std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32
         }
         return end;
     }
+    // Up to eight vectors and 64 elements, what small buckets are: in
+    // registers.
+    const std::int32_t count = end - start;
+    if (count <= 4 * kLanes && count <= 64) {
+        if (RunShort<Ops, 4, kStopAtNaN>(tracker, data + start, start, count)) return end;
+    } else if (count <= 8 * kLanes && count <= 64) {
+        if (RunShort<Ops, 8, kStopAtNaN>(tracker, data + start, start, count)) return end;
+    }
     tracker.Start();
     std::int32_t i = start;
-    while (i < end) {
-        // A stretch, or the rest: its whole vectors and, when the range does
-        // not end on one, the last vector, overlapping the one before.
+    do {
         const std::int32_t n = end - i > kStretch<T> ? kStretch<T> : end - i;
-        const std::int32_t whole = n / kLanes * kLanes;
         if constexpr (kStopAtNaN) {
-            const std::int32_t nan = FirstNaNIn<Ops>(data + i, whole);
-            const std::int32_t tailNaN = nan == whole && whole != n ? FirstNaNIn<Ops>(data + end - kLanes, kLanes) : kLanes;
-            if (nan != whole || tailNaN != kLanes) {
-                const std::int32_t stop = nan != whole ? i + nan : end - kLanes + tailNaN;
-                const std::int32_t taken = (stop - i) / kLanes * kLanes;
-                TakeVectors<Ops>(tracker, data + i, taken);
-                tracker.EndStretch(data + i, i, taken);
+            std::int32_t taken;
+            const std::int32_t nan = TakeStretchToNaN<Ops>(tracker, data + i, n, taken);
+            if (nan != n) {
+                // What lies between the vectors taken and the NaN goes one
+                // by one. The stretch in front of the NaN holds no NaN, and
+                // what it holds beyond the vectors taken comes after them,
+                // so the search for the winner may cover it.
+                tracker.EndStretch(data + i, i, nan);
                 tracker.Finish();
-                for (std::int32_t k = i + taken; k < stop; ++k) tracker.Visit(data[k], k);
-                return stop;
+                for (std::int32_t k = i + taken; k < i + nan; ++k) tracker.Visit(data[k], k);
+                return i + nan;
             }
+        } else {
+            TakeStretch<Ops>(tracker, data + i, n);
         }
-        TakeVectors<Ops>(tracker, data + i, whole);
-        if (whole != n) tracker.Take(kChains - 1, Ops::Load(data + end - kLanes));
         tracker.EndStretch(data + i, i, n);
         i += n;
-    }
+    } while (i != end);
     tracker.Finish();
     return end;
 }

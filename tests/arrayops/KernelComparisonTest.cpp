@@ -42,6 +42,7 @@
 #include <vector>
 
 #include "arrayops/GenericArrayOperations.h"
+#include "arrayops/ScanKernels.h"
 #include "arrayops/simd/IsaChoice.h"
 #include "resampling/buckets/BucketRange.h"
 #include "resampling/buckets/Reductions.h"
@@ -177,8 +178,9 @@ TYPED_TEST(Kernels, ScansMatchThePlainWalk) {
     using L = std::numeric_limits<T>;
     const std::vector<T> all = Alphabet<T>();
     // Lengths around every unroll boundary of every ISA: a vector of 1 to 64
-    // lanes, four chains of them, and stretches of 8 KiB.
-    const auto stretch = static_cast<std::int32_t>(8192 / sizeof(T));
+    // lanes, the short ranges held in registers (up to eight vectors and 64
+    // elements), four chains of vectors, and stretches.
+    const std::int32_t stretch = scan::kStretch<T>;
     std::vector<std::int32_t> counts(71);
     std::iota(counts.begin(), counts.end(), 0);
     counts.insert(counts.end(), {127, 128, 129, 255, 256, 257, 300, 511, 512, 513, stretch - 1, stretch, stretch + 1,

@@ -52,9 +52,37 @@ struct Ops : LaneBasics<Tag, T, 32> {
         return !_mm256_testz_si256((__m256i)mask, (__m256i)mask);
     }
 
+    [[gnu::always_inline]] static auto Unordered(V a, V b) {
+        if constexpr (std::is_same_v<T, double>) return (typename Base::Mask)_mm256_cmp_pd(a, b, _CMP_UNORD_Q);
+        else if constexpr (std::is_same_v<T, float>) return (typename Base::Mask)_mm256_cmp_ps(a, b, _CMP_UNORD_Q);
+        else return Base::Unordered(a, b);
+    }
+
+    [[gnu::always_inline]] static V Held(V v) {
+        asm("" : "+x"(v));
+        return v;
+    }
+
     template <class Mask>
     [[gnu::always_inline]] static std::uint64_t ByteBits(Mask mask) {
         return static_cast<std::uint32_t>(_mm256_movemask_epi8((__m256i)mask));
+    }
+
+    template <class Mask>
+    [[gnu::always_inline]] static std::uint64_t LaneBits(Mask mask) {
+        if constexpr (sizeof(T) == 8) {
+            return static_cast<std::uint32_t>(_mm256_movemask_pd((__m256d)mask));
+        } else if constexpr (sizeof(T) == 4) {
+            return static_cast<std::uint32_t>(_mm256_movemask_ps((__m256)mask));
+        } else if constexpr (sizeof(T) == 2) {
+            // Packed to bytes within each 128-bit half, the lanes come as
+            // 0-7, 0-7, 8-15, 8-15.
+            const auto bits = static_cast<std::uint32_t>(
+                _mm256_movemask_epi8(_mm256_packs_epi16((__m256i)mask, (__m256i)mask)));
+            return (bits & 0xFFu) | ((bits >> 8) & 0xFF00u);
+        } else {
+            return ByteBits(mask);
+        }
     }
 };
 

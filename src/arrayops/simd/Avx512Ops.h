@@ -62,9 +62,23 @@ struct Ops : LaneBasics<Tag, T, 64> {
         return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0;
     }
 
+    [[gnu::always_inline]] static V Held(V v) {
+        asm("" : "+v"(v));
+        return v;
+    }
+
     template <class Mask>
     [[gnu::always_inline]] static std::uint64_t ByteBits(Mask mask) {
         return _mm512_movepi8_mask((__m512i)mask);
+    }
+
+    template <class Mask>
+    [[gnu::always_inline]] static std::uint64_t LaneBits(Mask mask) {
+        const __m512i m = (__m512i)mask;
+        if constexpr (sizeof(T) == 8) return _mm512_test_epi64_mask(m, m);
+        else if constexpr (sizeof(T) == 4) return _mm512_test_epi32_mask(m, m);
+        else if constexpr (sizeof(T) == 2) return _mm512_test_epi16_mask(m, m);
+        else return _mm512_test_epi8_mask(m, m);
     }
 };
 

@@ -36,6 +36,14 @@ struct Ops : LaneBasics<Tag, T, 16> {
         for (int k = 0; k < 16; ++k) bits |= static_cast<std::uint64_t>(bytes[k] >> 7) << k;
         return bits;
     }
+
+    template <class Mask>
+    [[gnu::always_inline]] static std::uint64_t LaneBits(Mask mask) {
+        const std::uint64_t bytes = ByteBits(mask);
+        std::uint64_t bits = 0;
+        for (int k = 0; k < Base::kLanes; ++k) bits |= ((bytes >> (k * sizeof(T))) & 1u) << k;
+        return bits;
+    }
 };
 
 }  // namespace qm::simd::generic

@@ -11,9 +11,10 @@
 //
 // An ISA's Ops add Lower and Higher (the strict lane min and max: an
 // unordered or equal pair keeps `best`), Any (some lane of a compare is
-// set) and ByteBits (one bit per byte of a compare, lowest lane first), and
-// replace Equal and InBand where the compiler's own compares would fall back
-// to scalar code.
+// set), ByteBits (one bit per byte of a compare, lowest lane first) and
+// LaneBits (one bit per lane), and
+// replace Equal, InBand, Unordered and Held where the compiler's own forms
+// would fall back to scalar code or read memory twice.
 
 #include <cstdint>
 #include <cstring>
@@ -51,9 +52,19 @@ struct LaneBasics {
     [[gnu::always_inline]] static Mask Equal(V a, V b) { return a == b; }
     [[gnu::always_inline]] static Mask InBand(V e, V low, V high) { return (e >= low) & (e <= high); }
 
-    // The lane of the lowest set bit of a ByteBits answer.
+    // Lanes where a or b is NaN.
+    [[gnu::always_inline]] static Mask Unordered(V a, V b) { return (a != a) | (b != b); }
+
+    // A loaded vector that two chains take, kept in a register for both
+    // rather than read from memory by each.
+    [[gnu::always_inline]] static V Held(V v) { return v; }
+
+    // The lane of the lowest set bit of a ByteBits answer. The top bit makes
+    // an answer of 0 safe to ask about (its lane is then meaningless), so
+    // that callers may compute it before they know it is needed.
     [[gnu::always_inline]] static std::int32_t LaneOf(std::uint64_t byteBits) {
-        return static_cast<std::int32_t>(static_cast<unsigned>(__builtin_ctzll(byteBits)) / sizeof(T));
+        return static_cast<std::int32_t>(static_cast<unsigned>(__builtin_ctzll(byteBits | (std::uint64_t{1} << 63))) /
+                                         sizeof(T));
     }
 };
 

@@ -91,6 +91,17 @@ struct Ops : LaneBasics<Tag, T, 16> {
             return Base::InBand(e, low, high);
     }
 
+    [[gnu::always_inline]] static Mask Unordered(V a, V b) {
+        if constexpr (std::is_same_v<T, double>) return (Mask)_mm_cmpunord_pd(a, b);
+        else if constexpr (std::is_same_v<T, float>) return (Mask)_mm_cmpunord_ps(a, b);
+        else return Base::Unordered(a, b);
+    }
+
+    [[gnu::always_inline]] static V Held(V v) {
+        asm("" : "+x"(v));
+        return v;
+    }
+
     template <class M>
     [[gnu::always_inline]] static bool Any(M mask) {
         return _mm_movemask_epi8((__m128i)mask) != 0;
@@ -99,6 +110,18 @@ struct Ops : LaneBasics<Tag, T, 16> {
     template <class M>
     [[gnu::always_inline]] static std::uint64_t ByteBits(M mask) {
         return static_cast<std::uint32_t>(_mm_movemask_epi8((__m128i)mask));
+    }
+
+    template <class M>
+    [[gnu::always_inline]] static std::uint64_t LaneBits(M mask) {
+        if constexpr (sizeof(T) == 8)
+            return static_cast<std::uint32_t>(_mm_movemask_pd((__m128d)mask));
+        else if constexpr (sizeof(T) == 4)
+            return static_cast<std::uint32_t>(_mm_movemask_ps((__m128)mask));
+        else if constexpr (sizeof(T) == 2)
+            return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_packs_epi16((__m128i)mask, (__m128i)mask))) & 0xFFu;
+        else
+            return ByteBits(mask);
     }
 };
 

@@ -23,6 +23,7 @@ public:
           Args(&args) {
         indices.Resize(static_cast<std::uint32_t>(indices.capacity()));  // within capacity: no reallocation
         IndexCursor = indices.data() + IndexOffset;
+        IndexLimit = indices.data() + indices.size();
     }
 
     BucketOutput(const BucketOutput&) = delete;
@@ -45,9 +46,7 @@ public:
     }
 
     // How many more points fit in the index vector.
-    std::int32_t Room() const {
-        return static_cast<std::int32_t>(Indices->data() + Indices->size() - IndexCursor);
-    }
+    std::int32_t Room() const { return static_cast<std::int32_t>(IndexLimit - IndexCursor); }
 
     bool Full() const { return Overflowed; }
 
@@ -58,6 +57,7 @@ private:
     double* XCursor;
     double* YCursor;
     std::int32_t* IndexCursor = nullptr;
+    const std::int32_t* IndexLimit = nullptr;  // the end of the room, fixed for the run
     IntVector* Indices;
     std::uint32_t IndexOffset;
     const ResamplingArgs* Args;

@@ -3,6 +3,11 @@
 // place in the series (a slot of a ring turned back into a logical index),
 // X is read from the data at the position or is that index itself.
 //
+// X from the data is read for all the points of a run at once, when its walk
+// is over (XAxis::SlotsToX): a conversion call per point would cost a walk
+// of small buckets more than the rest of its emitting. Until then a point's
+// X holds its slot.
+//
 // A scan that no element beat leaves its position at -1. Such a point keeps
 // index -1 (plain) or the logical index of slot -1 (ring), and since there
 // is no element to read its X from, X from the data is NaN rather than a
@@ -17,19 +22,23 @@
 
 namespace qm {
 
-inline double XAtPosition(const XAxis& x, std::int32_t position) {
-    return position < 0 ? std::numeric_limits<double>::quiet_NaN() : x.At(position);
-}
-
 template <bool kIndexAsX>
 struct PointEmitter {
     XAxis x;
+    double* firstX;  // the run's output X
 
     template <class Range>
     void Emit(BucketOutput& output, const Range& range, std::int32_t position, double yValue) const {
         const std::int32_t index = range.Order(position);
-        const double xValue = kIndexAsX ? static_cast<double>(index) : XAtPosition(x, position);
+        const double xValue = kIndexAsX     ? static_cast<double>(index)
+                              : position < 0 ? std::numeric_limits<double>::quiet_NaN()
+                                             : static_cast<double>(position);
         output.Append(xValue, yValue, index);
+    }
+
+    // Once the walk is over: the slots become X.
+    void Finish(const BucketOutput& output) const {
+        if constexpr (!kIndexAsX) x.SlotsToX(firstX, output.Produced());
     }
 
     template <class Range>

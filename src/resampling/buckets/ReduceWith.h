@@ -83,20 +83,21 @@ std::int32_t ScanPiecesOf(const Range& range, Scan&& scan) {
     return pieces.end[pieces.count - 1];
 }
 
-// Both extremes in source order; one point when they coincide.
+// Both extremes in source order; one point when they coincide. Which of
+// them comes first is as good as random, so it is chosen by selects, not by
+// a branch that would be mispredicted every other bucket.
 template <class TY, class Range>
 void PickBoth(const Range& range, const MinMaxPointSearchResult<TY>& r, Picks& picks) {
     const std::int32_t minOrder = range.Order(r.MinIndex);
     const std::int32_t maxOrder = range.Order(r.MaxIndex);
-    if (minOrder < maxOrder) {
-        picks.Add(r.MinIndex, ToDouble(r.Min));
-        picks.Add(r.MaxIndex, ToDouble(r.Max));
-    } else if (minOrder > maxOrder) {
-        picks.Add(r.MaxIndex, ToDouble(r.Max));
-        picks.Add(r.MinIndex, ToDouble(r.Min));
-    } else {
-        picks.Add(r.MinIndex, ToDouble(r.Min));
-    }
+    const double min = ToDouble(r.Min);
+    const double max = ToDouble(r.Max);
+    const bool maxFirst = minOrder > maxOrder;
+    picks.position[0] = maxFirst ? r.MaxIndex : r.MinIndex;
+    picks.value[0] = maxFirst ? max : min;
+    picks.position[1] = maxFirst ? r.MinIndex : r.MaxIndex;
+    picks.value[1] = maxFirst ? min : max;
+    picks.count = minOrder == maxOrder ? 1 : 2;
 }
 
 // Min against Max stays in TY, so 64-bit values that share a double differ.

@@ -16,7 +16,7 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
     RequireGridRoom(indices, args, step, MaxPointsPerBucket(reduction));
     const Layout layout = LayoutOf<Layout>(args);
     BucketOutput output(outX, outY, indices, args);
-    const PointEmitter<kData == Category> emitter{x};
+    const PointEmitter<kData == Category> emitter{x, outX};
     const ThroughOperations<TY> scans(operations);
     auto reduceBucket = [&](std::int32_t start, std::int32_t end) {
         const auto range = layout.Range(start, end);
@@ -39,6 +39,7 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
         const std::int32_t budget = WalkBudget(args, step, output, MaxPointsPerBucket(reduction));
         WalkEvenBuckets<kData>(x, args, layout, step, budget, reduceBucket);
     }
+    emitter.Finish(output);
 }
 
 QM_Y_TYPES(QM_BUCKET_WALKS_, template)

@@ -54,9 +54,11 @@ void NaNAwareWalk<TY, Layout, kData>::Execute(const XAxis& x, const TY* y, doubl
         if constexpr (kData == Category)
             outX[i] = static_cast<double>(index);
         else
-            outX[i] = readable ? x.At(slot) : kNaN;
+            outX[i] = readable ? static_cast<double>(slot) : kNaN;
         outY[i] = readable ? ToDouble(y[slot]) : kNaN;
     }
+    // X from the data in one call for all indices, not one per index.
+    if constexpr (kData != Category) x.SlotsToX(outX, indices.size());
 }
 
 QM_WALK_INSTANCES(template, NaNAwareWalk, double)
