@@ -90,11 +90,10 @@ private:
         Piece& piece = pieces_[k];
         std::int32_t at = start;
         while (at < end) {
-            std::int32_t length = end - at > kStretchLength ? kStretchLength : end - at;
-            if constexpr (kStopAtNaN) length = FirstNaN(at, length);
-            if (length > 0) TakeStretch(piece, at, length);
-            at += length;
-            if (at < end && kStopAtNaN && y_[at] != y_[at]) return at;
+            const std::int32_t length = end - at > kStretchLength ? kStretchLength : end - at;
+            const std::int32_t taken = TakeStretch(piece, at, length);
+            at += taken;
+            if (taken != length) return at;
         }
         return end;
     }
@@ -109,11 +108,21 @@ private:
 
     // The stretch is searched, in the same pass that takes its value range,
     // against the middle of everything before it, for elements nearer than
-    // the piece's best so far; the middle then moves to include it.
-    void TakeStretch(Piece& piece, std::int32_t at, std::int32_t length) {
+    // the piece's best so far; the middle then moves to include it. Answers
+    // how much of it was taken: all, or what lies in front of its first NaN
+    // when the scan stops there. That pass also looks for NaN, so that the
+    // stretch is read from memory once; the rare stretch that holds one is
+    // taken again, from cache, up to it.
+    std::int32_t TakeStretch(Piece& piece, std::int32_t at, std::int32_t length) {
         const double bound = piece.chosen >= 0 && piece.distance < DBL_MAX ? piece.distance : DBL_MAX;
         Record record{at, length, T{}, T{}, true, mid_, -1, bound};
-        Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high);
+        if (!Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high)) {
+            record.length = length = FirstNaN(at, length);
+            if (length == 0) return 0;
+            record.chosen = -1;
+            record.distance = bound;
+            Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high);
+        }
         if (record.chosen >= 0) {
             piece.chosen = record.chosen;
             piece.distance = record.distance;
@@ -126,6 +135,7 @@ private:
             if (piece.chosen >= 0) piece.distance = DistanceToMid(y_[piece.chosen], mid);
         }
         Add(piece, record);
+        return length;
     }
 
     // Where the band ends are; an empty band is one no value falls in.
@@ -184,14 +194,18 @@ private:
     // distance; both stay when there is none), and with kRange the value
     // range of the numbers in it (the scans' seeds when it has none). Two
     // chains a side keep the loop in registers; it waits on memory anyway.
+    // With kRange in the variant that stops at NaN, answers false when the
+    // range holds a NaN (what it found then counts for nothing).
     template <bool kRange>
-    void Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen, T* low = nullptr,
+    bool Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen, T* low = nullptr,
               T* high = nullptr) const {
         Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
         const T* p = search.p;
         const V seedLow = Ops::Splat(std::numeric_limits<T>::max());
         const V seedHigh = Ops::Splat(std::numeric_limits<T>::lowest());
         V low0 = seedLow, low1 = seedLow, high0 = seedHigh, high1 = seedHigh;
+        constexpr bool kFindNaN = kRange && kStopAtNaN;
+        auto nan = Ops::Unordered(seedLow, seedLow);
         V bandLow = search.band.low, bandHigh = search.band.high;
         std::int32_t i = 0;
         for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
@@ -203,6 +217,7 @@ private:
                 high0 = Ops::Higher(Ops::Higher(high0, e0), e2);
                 high1 = Ops::Higher(Ops::Higher(high1, e1), e3);
             }
+            if constexpr (kFindNaN) nan = nan | (Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3));
             const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
                             (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
             if (Ops::Any(in)) [[unlikely]] {
@@ -217,6 +232,7 @@ private:
                 low0 = Ops::Lower(low0, e);
                 high0 = Ops::Higher(high0, e);
             }
+            if constexpr (kFindNaN) nan = nan | Ops::Unordered(e, e);
             if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
         }
         T lo = std::numeric_limits<T>::max(), hi = std::numeric_limits<T>::lowest();
@@ -226,7 +242,9 @@ private:
                 hi = FoldLanes<Ops, Above<Ops>>(Ops::Higher(high0, high1))[0];
             }
         }
+        bool clean = !(kFindNaN && Ops::Any(nan));
         for (; i < n; ++i) {
+            if (kFindNaN && p[i] != p[i]) clean = false;
             if (kRange && lo > p[i]) lo = p[i];
             if (kRange && p[i] > hi) hi = p[i];
             if (search.band.In(p[i])) search.Visit(i);
@@ -235,6 +253,7 @@ private:
             *low = lo;
             *high = hi;
         }
+        return clean;
     }
 
     void Add(Piece& piece, const Record& record) {
