@@ -36,12 +36,17 @@ inline Report NullRef(const std::string& message) { return {Report::Exception, 7
 inline Report Null(const std::string& message) { return {Report::ArgumentNull, -1, message, std::nullopt}; }
 inline Report OutOfRange(const std::string& name) { return {Report::ArgumentOutOfRange, -1, std::nullopt, name}; }
 
-inline thread_local std::vector<Report> reports;  // each thread its own
+// Each thread its own. (A function's thread_local, not a namespace's: an
+// inline thread_local variable links twice on MinGW.)
+inline std::vector<Report>& Reports() {
+    thread_local std::vector<Report> reports;
+    return reports;
+}
 inline std::optional<std::string> Text(const char* s) { return s ? std::optional<std::string>(s) : std::nullopt; }
 template <int kCode>
-void OnException(const char* message) { reports.push_back({Report::Exception, kCode, Text(message), std::nullopt}); }
+void OnException(const char* message) { Reports().push_back({Report::Exception, kCode, Text(message), std::nullopt}); }
 template <Report::Kind kKind>
-void OnArgument(const char* message, const char* name) { reports.push_back({kKind, -1, Text(message), Text(name)}); }
+void OnArgument(const char* message, const char* name) { Reports().push_back({kKind, -1, Text(message), Text(name)}); }
 
 // Registers recording callbacks, each row its own, and forgets earlier reports.
 inline void StartRecording() {
@@ -50,11 +55,11 @@ inline void StartRecording() {
                                                 OnException<10>);
     SWIGRegisterExceptionArgumentCallbacks_QuillmapCore(OnArgument<Report::Argument>, OnArgument<Report::ArgumentNull>,
                                                         OnArgument<Report::ArgumentOutOfRange>);
-    reports.clear();
+    Reports().clear();
 }
 
 // Exactly these reports came since the last check; they are then forgotten.
-inline void ExpectReports(const std::vector<Report>& expected) { EXPECT_EQ(reports, expected); reports.clear(); }
+inline void ExpectReports(const std::vector<Report>& expected) { EXPECT_EQ(Reports(), expected); Reports().clear(); }
 inline void ExpectReport(const Report& expected) { ExpectReports({expected}); }
 
 // A report no check consumed is one nobody expected.

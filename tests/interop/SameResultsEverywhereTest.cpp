@@ -37,11 +37,11 @@ struct Digest {
     template <class T>
     void AddAll(const std::vector<T>& values) { Add(values.size()), std::ranges::for_each(values, [&](const T& v) { Add(v); }); }
     void AddReports() {
-        for (const Report& r : reports) {
+        for (const Report& r : Reports()) {
             const std::string m = r.message.value_or("");
             Add(r.code), AddAll(std::vector<char>(m.begin(), m.end()));
         }
-        Add(reports.size()), reports.clear();
+        Add(Reports().size()), Reports().clear();
     }
 };
 

@@ -65,8 +65,8 @@ TEST_F(WalkGuard, EveryCallEndsWithinItsRoom) {
             if (rows[row].skipUpdate && bucket) {  // a bucket walk refuses, a NaN-aware one gathers the empty vector
                 double sink[1] = {NAN};
                 CSharp_ExtremeResamplerDoubleSingle_Execute(engine, x.data(), ys.data(), sink, sink, indices.get(), mode, args.get());
-                EXPECT_EQ(reports.size(), shape.hasNaN ? 0u : 1u);
-                reports.clear();
+                EXPECT_EQ(Reports().size(), shape.hasNaN ? 0u : 1u);
+                Reports().clear();
             } else if (!rows[row].skipUpdate) {
                 const Frame f = DoubleSingle::Run(engine, x.data(), ys.data(), mode, args.get(), indices.get());
                 const std::int32_t perCell = 1 + (mode == MinMax || mode == MinOrMax) + (shape.data == UnevenlySpaced);
