@@ -8,9 +8,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -36,11 +39,13 @@ inline Report NullRef(const std::string& message) { return {Report::Exception, 7
 inline Report Null(const std::string& message) { return {Report::ArgumentNull, -1, message, std::nullopt}; }
 inline Report OutOfRange(const std::string& name) { return {Report::ArgumentOutOfRange, -1, std::nullopt, name}; }
 
-// Each thread its own. (A function's thread_local, not a namespace's: an
-// inline thread_local variable links twice on MinGW.)
+// Each thread its own, kept in a table: MinGW's threads crash at exit
+// destroying a thread_local vector (and an inline one links twice there).
 inline std::vector<Report>& Reports() {
-    thread_local std::vector<Report> reports;
-    return reports;
+    static std::mutex lock;
+    static std::map<std::thread::id, std::vector<Report>> byThread;
+    const std::lock_guard<std::mutex> hold(lock);
+    return byThread[std::this_thread::get_id()];
 }
 inline std::optional<std::string> Text(const char* s) { return s ? std::optional<std::string>(s) : std::nullopt; }
 template <int kCode>
