@@ -131,6 +131,13 @@ expect_aarch64 "$so"
 export WINEPREFIX="$cross/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 echo "== Windows x64 under Wine"
 from=$SECONDS
+# A new prefix is made by wineboot in the background of the first program,
+# which on a busy machine can start before kernel32 is in place; so the
+# prefix is made first and waited for.
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+  "$wine64" wineboot --init
+  "$(dirname "$(readlink -f "$wine64")")/wineserver" -w
+fi
 # Wine answers 0 even for a program that died (its debugger takes over), so
 # a run counts only when Google Test's summary says that every test passed.
 under_wine() {
