@@ -2,9 +2,12 @@
 // The run-local record through which the bucket strategies append output
 // points: X and Y to the caller's arrays, the index into the index vector.
 //
-// Opening it makes all the room that UpdateIndices reserved addressable;
-// closing it (on every way out, unwinding included) cuts the vector to what
-// was there before plus what the run produced.
+// Opening it makes the room that UpdateIndices reserved for this run
+// addressable: `room` points, the count it returned for the same
+// arguments, which the caller's X and Y arrays were sized to (a vector
+// keeps the larger capacity of an earlier frame, which is not room for this
+// one). Closing it (on every way out, unwinding included) cuts the vector
+// to what was there before plus what the run produced.
 
 #include <cstdint>
 
@@ -15,7 +18,7 @@ namespace qm {
 
 class BucketOutput {
 public:
-    BucketOutput(double* outX, double* outY, IntVector& indices, const ResamplingArgs& args)
+    BucketOutput(double* outX, double* outY, IntVector& indices, const ResamplingArgs& args, std::int32_t room)
         : XCursor(outX),
           YCursor(outY),
           Indices(&indices),
@@ -23,7 +26,8 @@ public:
           Args(&args) {
         indices.Resize(static_cast<std::uint32_t>(indices.capacity()));  // within capacity: no reallocation
         IndexCursor = indices.data() + IndexOffset;
-        IndexLimit = indices.data() + indices.size();
+        const auto spare = static_cast<std::int32_t>(indices.size() - IndexOffset);
+        IndexLimit = IndexCursor + (room < 0 ? 0 : room < spare ? room : spare);
     }
 
     BucketOutput(const BucketOutput&) = delete;
@@ -45,7 +49,7 @@ public:
         ++Count;
     }
 
-    // How many more points fit in the index vector.
+    // How many more points this run may write.
     std::int32_t Room() const { return static_cast<std::int32_t>(IndexLimit - IndexCursor); }
 
     bool Full() const { return Overflowed; }

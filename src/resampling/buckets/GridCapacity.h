@@ -31,14 +31,16 @@ inline std::int32_t ReserveGridRoom(IntVector& indices, const ResamplingArgs& ar
     return count;
 }
 
-inline void RequireGridRoom(const IntVector& indices, const ResamplingArgs& args, double step,
-                            std::int32_t pointsPerCell) {
+// Answers that count: the room of the run.
+inline std::int32_t RequireGridRoom(const IntVector& indices, const ResamplingArgs& args, double step,
+                                    std::int32_t pointsPerCell) {
     const std::int32_t count = GridRoom(args, step, pointsPerCell);
     const std::int32_t room = indices.capacity() - indices.size();
     if (count > room)
         throw std::length_error("Execute needs room for " + std::to_string(count) +
                                 " output points but the index vector has room for " + std::to_string(room) +
                                 ": call UpdateIndices with the same mode and arguments first");
+    return count;
 }
 
 // The most buckets an evenly spaced walk may visit. Within the caller's

@@ -13,9 +13,9 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
                                             const XAxis& x, const TY* y, double* outX, double* outY,
                                             IntVector& indices, const ResamplingArgs& args) {
     const double step = GridStep(args);
-    RequireGridRoom(indices, args, step, MaxPointsPerBucket(reduction));
+    const std::int32_t room = RequireGridRoom(indices, args, step, MaxPointsPerBucket(reduction));
     const Layout layout = LayoutOf<Layout>(args);
-    BucketOutput output(outX, outY, indices, args);
+    BucketOutput output(outX, outY, indices, args, room);
     const PointEmitter<kData == Category> emitter{x, outX};
     const ThroughOperations<TY> scans(operations);
     auto reduceBucket = [&](std::int32_t start, std::int32_t end) {
