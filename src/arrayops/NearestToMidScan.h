@@ -21,6 +21,11 @@
 // known to be reached (an element of a valid stretch, or the answer of a
 // stale one measured again); what it cannot hold, it cannot win.
 //
+// A range that fits in cache (most buckets) skips the speculation: its
+// value range by the MinMax scan, then one search against the final middle
+// from cache, which costs less than searching against a middle that still
+// moves and settling the stale stretches.
+//
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
 // variant that stops at NaN ends the range in front of its first NaN.
@@ -43,6 +48,9 @@ public:
     using V = typename Ops::V;
 
     static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
+        std::int64_t total = 0;
+        for (std::int32_t k = 0; k < pieces.count; ++k) total += pieces.end[k] - pieces.start[k];
+        if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces);
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         answer.stop = pieces.end[pieces.count - 1];
@@ -60,6 +68,46 @@ public:
     }
 
 private:
+    static constexpr std::int64_t kCachedBytes = 256 * 1024;
+
+    // A range that stays in cache after one read: its value range first,
+    // then one search against the final middle, from cache.
+    static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces) {
+        NearestToMidScan scan(y);
+        NearestAnswer answer{};
+        answer.stop = pieces.end[pieces.count - 1];
+        std::int32_t searched = pieces.count;
+        for (std::int32_t k = 0; k < pieces.count; ++k) {
+            answer.chosen[k] = pieces.start[k];
+            const std::int32_t stop = scan.RangeOf(pieces.start[k], pieces.end[k]);
+            if (stop != pieces.end[k]) {
+                answer.stop = stop;
+                searched = k + 1;
+                break;
+            }
+        }
+        answer.mid = Midpoint(scan.max_, scan.min_);
+        for (std::int32_t k = 0; k < searched; ++k) {
+            const std::int32_t end = k + 1 == searched ? answer.stop : pieces.end[k];
+            double bound = DBL_MAX;
+            std::int32_t found = -1;
+            scan.template Pass<false>(pieces.start[k], end - pieces.start[k], answer.mid, bound, found);
+            if (found >= 0) answer.chosen[k] = found;
+        }
+        return answer;
+    }
+
+    // The value range of [start, end) into min_ and max_, up to its first
+    // NaN in the variant that stops there, by the MinMax scan; answers where
+    // it stopped.
+    std::int32_t RangeOf(std::int32_t start, std::int32_t end) {
+        MinMaxPointSearchResult<T> range{-1, -1, min_, max_};
+        const std::int32_t stop = ScanEntries<Ops>::template MinMax<kStopAtNaN>(y_, start, end, range);
+        min_ = range.Min;
+        max_ = range.Max;
+        return stop;
+    }
+
     static constexpr std::int32_t kLanes = Ops::kLanes;
     static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(16384 / sizeof(T));
     static constexpr std::int32_t kRecords = 64;
@@ -98,31 +146,16 @@ private:
         return end;
     }
 
-    std::int32_t FirstNaN(std::int32_t at, std::int32_t length) const {
-        const std::int32_t whole = length / kLanes * kLanes;
-        std::int32_t n = FirstNaNIn<Ops>(y_ + at, whole);
-        if (n == whole)
-            while (n < length && y_[at + n] == y_[at + n]) ++n;
-        return n;
-    }
-
     // The stretch is searched, in the same pass that takes its value range,
     // against the middle of everything before it, for elements nearer than
     // the piece's best so far; the middle then moves to include it. Answers
     // how much of it was taken: all, or what lies in front of its first NaN
-    // when the scan stops there. That pass also looks for NaN, so that the
-    // stretch is read from memory once; the rare stretch that holds one is
-    // taken again, from cache, up to it.
+    // when the scan stops there.
     std::int32_t TakeStretch(Piece& piece, std::int32_t at, std::int32_t length) {
         const double bound = piece.chosen >= 0 && piece.distance < DBL_MAX ? piece.distance : DBL_MAX;
         Record record{at, length, T{}, T{}, true, mid_, -1, bound};
-        if (!Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high)) {
-            record.length = length = FirstNaN(at, length);
-            if (length == 0) return 0;
-            record.chosen = -1;
-            record.distance = bound;
-            Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high);
-        }
+        record.length = length = Pass<true>(at, length, mid_, record.distance, record.chosen, &record.low, &record.high);
+        if (length == 0) return 0;
         if (record.chosen >= 0) {
             piece.chosen = record.chosen;
             piece.distance = record.distance;
@@ -194,46 +227,49 @@ private:
     // distance; both stay when there is none), and with kRange the value
     // range of the numbers in it (the scans' seeds when it has none). Two
     // chains a side keep the loop in registers; it waits on memory anyway.
-    // With kRange in the variant that stops at NaN, answers false when the
-    // range holds a NaN (what it found then counts for nothing).
+    // With kRange in the variant that stops at NaN, the read ends at the
+    // first NaN: answers how much it took, n when there is none. A group of
+    // vectors with a NaN leaves the packed loops before it counts, and the
+    // element loop takes it up to the NaN.
     template <bool kRange>
-    bool Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen, T* low = nullptr,
-              T* high = nullptr) const {
+    std::int32_t Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen,
+                      T* low = nullptr, T* high = nullptr) const {
         Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
         const T* p = search.p;
         const V seedLow = Ops::Splat(std::numeric_limits<T>::max());
         const V seedHigh = Ops::Splat(std::numeric_limits<T>::lowest());
         V low0 = seedLow, low1 = seedLow, high0 = seedHigh, high1 = seedHigh;
         constexpr bool kFindNaN = kRange && kStopAtNaN;
-        auto nan = Ops::Unordered(seedLow, seedLow);
+        const auto none = Ops::Unordered(seedLow, seedLow);
         V bandLow = search.band.low, bandHigh = search.band.high;
         std::int32_t i = 0;
         for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
             const V e0 = Ops::Load(p + i), e1 = Ops::Load(p + i + kLanes);
             const V e2 = Ops::Load(p + i + 2 * kLanes), e3 = Ops::Load(p + i + 3 * kLanes);
+            const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
+            const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
+                            (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
+            if (Ops::Any(kFindNaN ? in | nan : in)) [[unlikely]] {
+                if (kFindNaN && Ops::Any(nan)) break;
+                search.VisitVectors(i, 4);
+                bandLow = search.band.low;
+                bandHigh = search.band.high;
+            }
             if constexpr (kRange) {
                 low0 = Ops::Lower(Ops::Lower(low0, e0), e2);
                 low1 = Ops::Lower(Ops::Lower(low1, e1), e3);
                 high0 = Ops::Higher(Ops::Higher(high0, e0), e2);
                 high1 = Ops::Higher(Ops::Higher(high1, e1), e3);
             }
-            if constexpr (kFindNaN) nan = nan | (Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3));
-            const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
-                            (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
-            if (Ops::Any(in)) [[unlikely]] {
-                search.VisitVectors(i, 4);
-                bandLow = search.band.low;
-                bandHigh = search.band.high;
-            }
         }
         for (; n - i >= kLanes; i += kLanes) {
             const V e = Ops::Load(p + i);
+            if (kFindNaN && Ops::Any(Ops::Unordered(e, e))) break;
+            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
             if constexpr (kRange) {
                 low0 = Ops::Lower(low0, e);
                 high0 = Ops::Higher(high0, e);
             }
-            if constexpr (kFindNaN) nan = nan | Ops::Unordered(e, e);
-            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
         }
         T lo = std::numeric_limits<T>::max(), hi = std::numeric_limits<T>::lowest();
         if constexpr (kRange) {
@@ -242,9 +278,8 @@ private:
                 hi = FoldLanes<Ops, Above<Ops>>(Ops::Higher(high0, high1))[0];
             }
         }
-        bool clean = !(kFindNaN && Ops::Any(nan));
         for (; i < n; ++i) {
-            if (kFindNaN && p[i] != p[i]) clean = false;
+            if (kFindNaN && p[i] != p[i]) break;
             if (kRange && lo > p[i]) lo = p[i];
             if (kRange && p[i] > hi) hi = p[i];
             if (search.band.In(p[i])) search.Visit(i);
@@ -253,7 +288,7 @@ private:
             *low = lo;
             *high = hi;
         }
-        return clean;
+        return i;
     }
 
     void Add(Piece& piece, const Record& record) {

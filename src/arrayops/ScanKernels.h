@@ -375,25 +375,6 @@ template <class Ops, class Tracker>
     return n;
 }
 
-// Where the first NaN of p[0, n) lies (n a whole number of vectors), or n.
-// NaN is rare, so four vectors go to one test; the one that holds it is
-// found one vector at a time.
-template <class Ops>
-[[gnu::always_inline]] inline std::int32_t FirstNaNIn(const typename Ops::Element* p, std::int32_t n) {
-    constexpr std::int32_t kLanes = Ops::kLanes;
-    std::int32_t k = 0;
-    for (; n - k >= 4 * kLanes; k += 4 * kLanes) {
-        const auto e0 = Ops::Load(p + k), e1 = Ops::Load(p + k + kLanes);
-        const auto e2 = Ops::Load(p + k + 2 * kLanes), e3 = Ops::Load(p + k + 3 * kLanes);
-        if (Ops::Any(Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3))) [[unlikely]] break;
-    }
-    for (; k < n; k += kLanes) {
-        const std::uint64_t bits = NaNBits<Ops>(Ops::Load(p + k));
-        if (bits != 0) return k + Ops::LaneOf(bits);
-    }
-    return n;
-}
-
 // A range of n elements at p, from one vector to kCount of them and at most
 // 64, read as kCount vectors that end at p + n (the last ones overlapping
 // where n is shorter) and all held in registers: no stretches, no search in
