@@ -21,10 +21,11 @@
 // known to be reached (an element of a valid stretch, or the answer of a
 // stale one measured again); what it cannot hold, it cannot win.
 //
-// A range that fits in cache (most buckets) skips the speculation: its
-// value range by the MinMax scan, then one search against the final middle
-// from cache, which costs less than searching against a middle that still
-// moves and settling the stale stretches.
+// A range that fits in cache (most buckets) skips the speculation: one
+// read takes the value range of each short stretch, and the search against
+// the final middle then runs from cache, first in the stretch that can come
+// nearest and then, in order, only in stretches whose values can come as
+// near. That costs less than searching against a middle that still moves.
 //
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
@@ -71,7 +72,9 @@ private:
     static constexpr std::int64_t kCachedBytes = 256 * 1024;
 
     // A range that stays in cache after one read: its value range first,
-    // then one search against the final middle, from cache.
+    // kept per short stretch, and then, against the final middle, the
+    // stretch that can come nearest searched first, so that the others are
+    // searched from cache only where their values can come as near.
     static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces) {
         NearestToMidScan scan(y);
         NearestAnswer answer{};
@@ -79,7 +82,7 @@ private:
         std::int32_t searched = pieces.count;
         for (std::int32_t k = 0; k < pieces.count; ++k) {
             answer.chosen[k] = pieces.start[k];
-            const std::int32_t stop = scan.RangeOf(pieces.start[k], pieces.end[k]);
+            const std::int32_t stop = scan.TakeRanges(k, pieces.start[k], pieces.end[k]);
             if (stop != pieces.end[k]) {
                 answer.stop = stop;
                 searched = k + 1;
@@ -88,28 +91,57 @@ private:
         }
         answer.mid = Midpoint(scan.max_, scan.min_);
         for (std::int32_t k = 0; k < searched; ++k) {
-            const std::int32_t end = k + 1 == searched ? answer.stop : pieces.end[k];
-            double bound = DBL_MAX;
-            std::int32_t found = -1;
-            scan.template Pass<false>(pieces.start[k], end - pieces.start[k], answer.mid, bound, found);
-            if (found >= 0) answer.chosen[k] = found;
+            scan.SearchNearestRecord(k, answer.mid);
+            scan.Settle(k, answer.mid, answer.chosen[k]);
         }
         return answer;
     }
 
-    // The value range of [start, end) into min_ and max_, up to its first
-    // NaN in the variant that stops there, by the MinMax scan; answers where
-    // it stopped.
-    std::int32_t RangeOf(std::int32_t start, std::int32_t end) {
-        MinMaxPointSearchResult<T> range{-1, -1, min_, max_};
-        const std::int32_t stop = ScanEntries<Ops>::template MinMax<kStopAtNaN>(y_, start, end, range);
-        min_ = range.Min;
-        max_ = range.Max;
-        return stop;
+    // The value range of [start, end) stretch by stretch, up to its first
+    // NaN in the variant that stops there; answers where it stopped.
+    std::int32_t TakeRanges(std::int32_t k, std::int32_t start, std::int32_t end) {
+        constexpr double kNoMiddle = std::numeric_limits<double>::quiet_NaN();
+        std::int32_t at = start;
+        while (at < end) {
+            const std::int32_t length = end - at > kRangeStretchLength ? kRangeStretchLength : end - at;
+            Record record{at, length, T{}, T{}, false, kNoMiddle, -1, DBL_MAX};
+            record.length = Pass<true, false>(at, length, kNoMiddle, record.distance, record.chosen, &record.low,
+                                              &record.high);
+            if (record.length == 0) return at;
+            if (min_ > record.low) min_ = record.low;
+            if (record.high > max_) max_ = record.high;
+            Add(pieces_[k], record);
+            at += record.length;
+            if (record.length != length) return at;
+        }
+        return end;
+    }
+
+    // The first record whose values can come nearest to `mid`, searched
+    // whole against it: its find is a distance the piece reaches, which
+    // bounds the search of all the others.
+    void SearchNearestRecord(std::int32_t k, double mid) {
+        Piece& piece = pieces_[k];
+        Record* nearest = nullptr;
+        double least = HUGE_VAL;
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            const double d = LeastDistance(piece.records[r].low, piece.records[r].high, mid);
+            if (least > d) {
+                least = d;
+                nearest = &piece.records[r];
+            }
+        }
+        if (nearest == nullptr) return;
+        nearest->searched = true;
+        nearest->mid = mid;
+        nearest->distance = DBL_MAX;
+        nearest->chosen = -1;
+        Pass<false>(nearest->at, nearest->length, mid, nearest->distance, nearest->chosen);
     }
 
     static constexpr std::int32_t kLanes = Ops::kLanes;
     static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(16384 / sizeof(T));
+    static constexpr std::int32_t kRangeStretchLength = static_cast<std::int32_t>(4096 / sizeof(T));
     static constexpr std::int32_t kRecords = 64;
 
     // One stretch, or several neighbours merged when the records ran out.
@@ -231,7 +263,7 @@ private:
     // first NaN: answers how much it took, n when there is none. A group of
     // vectors with a NaN leaves the packed loops before it counts, and the
     // element loop takes it up to the NaN.
-    template <bool kRange>
+    template <bool kRange, bool kSearch = true>
     std::int32_t Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen,
                       T* low = nullptr, T* high = nullptr) const {
         Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
@@ -249,7 +281,7 @@ private:
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
             const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
                             (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
-            if (Ops::Any(kFindNaN ? in | nan : in)) [[unlikely]] {
+            if (Ops::Any(kSearch ? (kFindNaN ? in | nan : in) : nan)) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
                 bandLow = search.band.low;
@@ -265,7 +297,7 @@ private:
         for (; n - i >= kLanes; i += kLanes) {
             const V e = Ops::Load(p + i);
             if (kFindNaN && Ops::Any(Ops::Unordered(e, e))) break;
-            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
+            if (kSearch && Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
             if constexpr (kRange) {
                 low0 = Ops::Lower(low0, e);
                 high0 = Ops::Higher(high0, e);
@@ -282,7 +314,7 @@ private:
             if (kFindNaN && p[i] != p[i]) break;
             if (kRange && lo > p[i]) lo = p[i];
             if (kRange && p[i] > hi) hi = p[i];
-            if (search.band.In(p[i])) search.Visit(i);
+            if (kSearch && search.band.In(p[i])) search.Visit(i);
         }
         if constexpr (kRange) {
             *low = lo;
