@@ -51,7 +51,7 @@ public:
     static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
         std::int64_t total = 0;
         for (std::int32_t k = 0; k < pieces.count; ++k) total += pieces.end[k] - pieces.start[k];
-        if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces);
+        if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces, total);
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         answer.stop = pieces.end[pieces.count - 1];
@@ -75,7 +75,7 @@ private:
     // kept per short stretch, and then, against the final middle, the
     // stretch that can come nearest searched first, so that the others are
     // searched from cache only where their values can come as near.
-    static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces) {
+    static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces, std::int64_t total) {
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         answer.stop = pieces.end[pieces.count - 1];
@@ -90,6 +90,11 @@ private:
             }
         }
         answer.mid = Midpoint(scan.max_, scan.min_);
+        // While the search runs from cache, memory would idle: the caller
+        // walks on from where this range ends, so those lines are asked for
+        // meanwhile (a prefetch is a hint; it never faults).
+        scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
+        scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(total * static_cast<std::int64_t>(sizeof(T)) / 4);
         for (std::int32_t k = 0; k < searched; ++k) {
             scan.SearchNearestRecord(k, answer.mid);
             scan.Settle(k, answer.mid, answer.chosen[k]);
@@ -281,6 +286,10 @@ private:
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
             const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
                             (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
+            if (!kRange && ahead_ < aheadEnd_) {
+                __builtin_prefetch(reinterpret_cast<const void*>(ahead_), 0, 2);
+                ahead_ += 64;
+            }
             if (Ops::Any(kSearch ? (kFindNaN ? in | nan : in) : nan)) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
@@ -389,6 +398,7 @@ private:
     T min_ = std::numeric_limits<T>::max();
     T max_ = std::numeric_limits<T>::lowest();
     double mid_ = std::numeric_limits<double>::quiet_NaN();
+    mutable std::uintptr_t ahead_ = 0, aheadEnd_ = 0;
     Piece pieces_[2];
 };
 
