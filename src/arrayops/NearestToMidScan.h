@@ -94,7 +94,7 @@ private:
         // walks on from where this range ends, so those lines are asked for
         // meanwhile (a prefetch is a hint; it never faults).
         scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
-        scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(total * static_cast<std::int64_t>(sizeof(T)) / 4);
+        scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(total * static_cast<std::int64_t>(sizeof(T)) / 2);
         for (std::int32_t k = 0; k < searched; ++k) {
             scan.SearchNearestRecord(k, answer.mid);
             scan.Settle(k, answer.mid, answer.chosen[k]);
