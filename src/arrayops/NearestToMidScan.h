@@ -54,22 +54,32 @@ public:
         if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces, total);
         NearestToMidScan scan(y);
         NearestAnswer answer{};
-        answer.stop = pieces.end[pieces.count - 1];
-        for (std::int32_t k = 0; k < pieces.count; ++k) {
-            answer.chosen[k] = pieces.start[k];
-            const std::int32_t stop = scan.Speculate(k, pieces.start[k], pieces.end[k]);
-            if (stop != pieces.end[k]) {
-                answer.stop = stop;
-                break;
-            }
-        }
+        const std::int32_t read = scan.ReadPieces(pieces, answer, &NearestToMidScan::Speculate);
         answer.mid = Midpoint(scan.max_, scan.min_);
-        for (std::int32_t k = 0; k < pieces.count; ++k) scan.Settle(k, answer.mid, answer.chosen[k]);
+        for (std::int32_t k = 0; k < read; ++k) scan.Settle(k, answer.mid, answer.chosen[k]);
         return answer;
     }
 
 private:
     static constexpr std::int64_t kCachedBytes = 256 * 1024;
+
+    // Reads the pieces in order with `read(k, start, end)`, which answers
+    // where it stopped (short of the end only in front of a NaN, which ends
+    // the range); each piece answers its own start until it is settled.
+    // Answers how many pieces were read.
+    std::int32_t ReadPieces(const ScanPieces& pieces, NearestAnswer& answer,
+                            std::int32_t (NearestToMidScan::*read)(std::int32_t, std::int32_t, std::int32_t)) {
+        answer.stop = pieces.end[pieces.count - 1];
+        for (std::int32_t k = 0; k < pieces.count; ++k) {
+            answer.chosen[k] = pieces.start[k];
+            const std::int32_t stop = (this->*read)(k, pieces.start[k], pieces.end[k]);
+            if (stop != pieces.end[k]) {
+                answer.stop = stop;
+                return k + 1;
+            }
+        }
+        return pieces.count;
+    }
 
     // A range that stays in cache after one read: its value range first,
     // kept per short stretch, and then, against the final middle, the
@@ -78,24 +88,14 @@ private:
     static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces, std::int64_t total) {
         NearestToMidScan scan(y);
         NearestAnswer answer{};
-        answer.stop = pieces.end[pieces.count - 1];
-        std::int32_t searched = pieces.count;
-        for (std::int32_t k = 0; k < pieces.count; ++k) {
-            answer.chosen[k] = pieces.start[k];
-            const std::int32_t stop = scan.TakeRanges(k, pieces.start[k], pieces.end[k]);
-            if (stop != pieces.end[k]) {
-                answer.stop = stop;
-                searched = k + 1;
-                break;
-            }
-        }
+        const std::int32_t read = scan.ReadPieces(pieces, answer, &NearestToMidScan::TakeRanges);
         answer.mid = Midpoint(scan.max_, scan.min_);
         // While the search runs from cache, memory would idle: the caller
         // walks on from where this range ends, so those lines are asked for
         // meanwhile (a prefetch is a hint; it never faults).
         scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
         scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(total * static_cast<std::int64_t>(sizeof(T)) / 2);
-        for (std::int32_t k = 0; k < searched; ++k) {
+        for (std::int32_t k = 0; k < read; ++k) {
             scan.SearchNearestRecord(k, answer.mid);
             scan.Settle(k, answer.mid, answer.chosen[k]);
         }
@@ -279,6 +279,9 @@ private:
         constexpr bool kFindNaN = kRange && kStopAtNaN;
         const auto none = Ops::Unordered(seedLow, seedLow);
         V bandLow = search.band.low, bandHigh = search.band.high;
+        // In a register, not in the object: a store and reload per group
+        // would chain the loop's iterations.
+        std::uintptr_t ahead = ahead_;
         std::int32_t i = 0;
         for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
             const V e0 = Ops::Load(p + i), e1 = Ops::Load(p + i + kLanes);
@@ -286,9 +289,9 @@ private:
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
             const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
                             (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
-            if (!kRange && ahead_ < aheadEnd_) {
-                __builtin_prefetch(reinterpret_cast<const void*>(ahead_), 0, 2);
-                ahead_ += 64;
+            if (!kRange && ahead < aheadEnd_) {
+                __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
+                ahead += 64;
             }
             if (Ops::Any(kSearch ? (kFindNaN ? in | nan : in) : nan)) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
@@ -303,6 +306,7 @@ private:
                 high1 = Ops::Higher(Ops::Higher(high1, e1), e3);
             }
         }
+        if constexpr (!kRange) ahead_ = ahead;
         for (; n - i >= kLanes; i += kLanes) {
             const V e = Ops::Load(p + i);
             if (kFindNaN && Ops::Any(Ops::Unordered(e, e))) break;
