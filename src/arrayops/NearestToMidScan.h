@@ -13,19 +13,23 @@
 // middle it was searched against and what it found. Stale stretches are
 // searched again at the end, from L2 for buckets of up to a few hundred KiB.
 //
-// At the end each piece is settled in order. A stretch searched against the
-// final middle gives its answer as it stands: it looked for everything
-// nearer than an earlier element, and anything not nearer than that cannot
-// be the first nearest. Any other stretch is searched again only if its
-// value range could hold an element at least as near as the best distance
-// known to be reached (an element of a valid stretch, or the answer of a
-// stale one measured again); what it cannot hold, it cannot win.
+// At the end each piece is settled from its last stretch back to its
+// first, where the stretches just read are still in the nearest cache; an
+// earlier stretch takes over on an element at least as near, so the first
+// nearest wins. A stretch searched against the final middle gives its
+// answer as it stands: it looked for everything nearer than an earlier
+// element, and anything not nearer than that cannot be the first nearest.
+// Any other stretch is searched again only if its value range could hold
+// an element at least as near as the best distance known to be reached (an
+// element of a valid stretch, or the answer of a stale one measured again);
+// what it cannot hold, it cannot win.
 //
 // A range that fits in cache (most buckets) skips the speculation: one
 // read takes the value range of each short stretch, and the search against
-// the final middle then runs from cache, first in the stretch that can come
-// nearest and then, in order, only in stretches whose values can come as
-// near. That costs less than searching against a middle that still moves.
+// the final middle then runs from cache, first in the stretch read last of
+// those that can come nearest and then only in stretches whose values can
+// come as near. That costs less than searching against a middle that still
+// moves.
 //
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
@@ -34,6 +38,7 @@
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include "arrayops/Midrange.h"
@@ -122,16 +127,17 @@ private:
         return end;
     }
 
-    // The first record whose values can come nearest to `mid`, searched
-    // whole against it: its find is a distance the piece reaches, which
-    // bounds the search of all the others.
+    // The last record whose values can come nearest to `mid` (the one most
+    // likely still in the nearest cache), searched whole against it: its
+    // find is a distance the piece reaches, which bounds the search of all
+    // the others.
     void SearchNearestRecord(std::int32_t k, double mid) {
         Piece& piece = pieces_[k];
         Record* nearest = nullptr;
         double least = HUGE_VAL;
         for (std::int32_t r = 0; r < piece.count; ++r) {
             const double d = LeastDistance(piece.records[r].low, piece.records[r].high, mid);
-            if (least > d) {
+            if (least >= d) {
                 least = d;
                 nearest = &piece.records[r];
             }
@@ -139,9 +145,51 @@ private:
         if (nearest == nullptr) return;
         nearest->searched = true;
         nearest->mid = mid;
-        nearest->distance = DBL_MAX;
         nearest->chosen = -1;
+        // Searched from no bound at all, every element nearer than all before
+        // it would be measured and narrow the band, most of a short record.
+        // Its least distance, measured in packed lanes, bounds the search
+        // instead, which then stops at the first element at that distance.
+        const double nearestDistance = LeastDistanceIn(nearest->at, nearest->length, mid);
+        nearest->distance = nearestDistance < DBL_MAX ? NextDistance<T>(nearestDistance) : DBL_MAX;
         Pass<false>(nearest->at, nearest->length, mid, nearest->distance, nearest->chosen);
+    }
+
+    // As many elements as a register holds doubles, and those doubles
+    // (member typedefs: an alias would drop the attribute in a template).
+    static constexpr std::int32_t kDoubleLanes = static_cast<std::int32_t>(sizeof(V) / sizeof(double));
+    struct Narrow {
+        typedef T type __attribute__((vector_size(kDoubleLanes * sizeof(T))));
+    };
+    struct Wide {
+        typedef double type __attribute__((vector_size(kDoubleLanes * sizeof(double))));
+    };
+
+    // The least of DistanceToMid over [at, at + n), the same arithmetic in
+    // lanes of double (NaN distances are never less); +infinity if none.
+    double LeastDistanceIn(std::int32_t at, std::int32_t n, double mid) const {
+        using N = typename Narrow::type;
+        using D = typename Wide::type;
+        const T* p = y_ + at;
+        const D middle = mid - D{};
+        D least = HUGE_VAL - D{};
+        std::int32_t i = 0;
+        for (; n - i >= kDoubleLanes; i += kDoubleLanes) {
+            N e;
+            std::memcpy(&e, p + i, sizeof e);
+            const D d = __builtin_convertvector(e, D) - middle;
+            const D distance = d < 0.0 ? -d : d;
+            least = distance < least ? distance : least;
+        }
+        double result = HUGE_VAL;
+        for (std::int32_t lane = 0; lane < kDoubleLanes; ++lane) {
+            if (least[lane] < result) result = least[lane];
+        }
+        for (; i < n; ++i) {
+            const double distance = DistanceToMid(p[i], mid);
+            if (distance < result) result = distance;
+        }
+        return result;
     }
 
     static constexpr std::int32_t kLanes = Ops::kLanes;
@@ -284,8 +332,9 @@ private:
         std::uintptr_t ahead = ahead_;
         std::int32_t i = 0;
         for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
-            const V e0 = Ops::Load(p + i), e1 = Ops::Load(p + i + kLanes);
-            const V e2 = Ops::Load(p + i + 2 * kLanes), e3 = Ops::Load(p + i + 3 * kLanes);
+            // Held: each band test would otherwise read its vector twice.
+            const V e0 = Ops::Held(Ops::Load(p + i)), e1 = Ops::Held(Ops::Load(p + i + kLanes));
+            const V e2 = Ops::Held(Ops::Load(p + i + 2 * kLanes)), e3 = Ops::Held(Ops::Load(p + i + 3 * kLanes));
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
             const auto in = (Ops::InBand(e0, bandLow, bandHigh) | Ops::InBand(e1, bandLow, bandHigh)) |
                             (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
@@ -363,7 +412,8 @@ private:
         return m;
     }
 
-    // The piece's answer against the final middle, in order.
+    // The piece's answer against the final middle: records from the last
+    // back, an earlier one taking over on an element at least as near.
     void Settle(std::int32_t k, double mid, std::int32_t& chosen) const {
         const Piece& piece = pieces_[k];
         // A distance some element of the piece reaches: nothing farther can win.
@@ -376,24 +426,41 @@ private:
         }
         // Elements at `reached` itself may still win by coming first.
         const double cap = NextDistance<T>(reached);
+        bool found = false;
         double best = DBL_MAX;
-        for (std::int32_t r = 0; r < piece.count; ++r) {
+        const auto settled = [&](const Record& record) { return record.searched && record.mid == mid; };
+        // Whether a record's values can come as near as the best found after
+        // it, and as near as `reached`: one that cannot, a search could not
+        // change.
+        const auto open = [&](const Record& record) {
+            const double least = LeastDistance(record.low, record.high, mid);
+            return !(least > best) && !(least > reached);
+        };
+        for (std::int32_t r = piece.count - 1; r >= 0; --r) {
             const Record& record = piece.records[r];
-            if (record.searched && record.mid == mid) {
-                if (record.chosen >= 0 && best > record.distance) {
+            if (settled(record)) {
+                if (record.chosen >= 0 && !(record.distance > best)) {
+                    found = true;
                     best = record.distance;
                     chosen = record.chosen;
                 }
                 continue;
             }
-            const double least = LeastDistance(record.low, record.high, mid);
-            if (!(best > least) || least > reached) continue;
-            double bound = cap < best ? cap : best;
-            std::int32_t found = -1;
-            Pass<false>(record.at, record.length, mid, bound, found);
-            if (found >= 0) {
+            if (!open(record)) continue;
+            // Neighbours to search as well go in the same pass: one setup
+            // of the band, and the same first nearest as record by record.
+            const std::int32_t end = record.at + record.length;
+            std::int32_t start = record.at;
+            while (r > 0 && !settled(piece.records[r - 1]) && open(piece.records[r - 1])) start = piece.records[--r].at;
+            // Ties with what was found after it go to the earlier element.
+            const double atLeastAsNear = found ? NextDistance<T>(best) : DBL_MAX;
+            double bound = cap < atLeastAsNear ? cap : atLeastAsNear;
+            std::int32_t at = -1;
+            Pass<false>(start, end - start, mid, bound, at);
+            if (at >= 0) {
+                found = true;
                 best = bound;
-                chosen = found;
+                chosen = at;
             }
         }
     }
