@@ -40,6 +40,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 #include "arrayops/Midrange.h"
 #include "arrayops/ScanKernels.h"
@@ -150,10 +151,19 @@ private:
         // it would be measured and narrow the band, most of a short record.
         // Its least distance, measured in packed lanes, bounds the search
         // instead, which then stops at the first element at that distance.
-        const double nearestDistance = LeastDistanceIn(nearest->at, nearest->length, mid);
-        nearest->distance = nearestDistance < DBL_MAX ? NextDistance<T>(nearestDistance) : DBL_MAX;
+        // Narrow integers skip that: a record holds so many of them that the
+        // conversion to double costs more, and their few distinct distances
+        // narrow the band within a few visits anyway.
+        nearest->distance = DBL_MAX;
+        if constexpr (kMeasureInLanes) {
+            const double nearestDistance = LeastDistanceIn(nearest->at, nearest->length, mid);
+            if (nearestDistance < DBL_MAX) nearest->distance = NextDistance<T>(nearestDistance);
+        }
         Pass<false>(nearest->at, nearest->length, mid, nearest->distance, nearest->chosen);
     }
+
+    // Types the lanes of double convert from in an instruction or two.
+    static constexpr bool kMeasureInLanes = std::is_floating_point_v<T> || sizeof(T) == 4;
 
     // As many elements as a register holds doubles, and those doubles
     // (member typedefs: an alias would drop the attribute in a template).
