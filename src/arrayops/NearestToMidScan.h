@@ -155,15 +155,33 @@ private:
         // conversion to double costs more, and their few distinct distances
         // narrow the band within a few visits anyway.
         nearest->distance = DBL_MAX;
-        if constexpr (kMeasureInLanes) {
+        if constexpr (std::is_floating_point_v<T>) {
+            nearest->distance = BoundInOwnLanes(nearest->at, nearest->length, mid);
+        } else if constexpr (kMeasureInLanes) {
             const double nearestDistance = LeastDistanceIn(nearest->at, nearest->length, mid);
             if (nearestDistance < DBL_MAX) nearest->distance = NextDistance<T>(nearestDistance);
         }
         Pass<false>(nearest->at, nearest->length, mid, nearest->distance, nearest->chosen);
     }
 
-    // Types the lanes of double convert from in an instruction or two.
-    static constexpr bool kMeasureInLanes = std::is_floating_point_v<T> || sizeof(T) == 4;
+    // Floating types: the least distance in the type's own lanes (for
+    // Single twice as many as of double, and nothing to convert), when the
+    // middle is a T, as Max + Min halved nearly always is. A lane distance
+    // is then the exact distance rounded to T. For Double that is the
+    // distance itself; for Single the element that gives the least one, L,
+    // lies less than half a step of Single above L, and so does its
+    // distance in double. Either way the step above L bounds a search that
+    // finds that element or a nearer one. DBL_MAX when the middle is no T
+    // or nothing was measured.
+    double BoundInOwnLanes(std::int32_t at, std::int32_t n, double mid) const {
+        const T middle = static_cast<T>(mid);
+        if (!(static_cast<double>(middle) == mid)) return DBL_MAX;
+        const T least = LeastDistanceOf<T, V, kLanes>(y_ + at, n, middle, [](const T* p) { return Ops::Load(p); });
+        return least < std::numeric_limits<T>::infinity() ? static_cast<double>(Step(least, true)) : DBL_MAX;
+    }
+
+    // Integers the lanes of double convert from in an instruction or two.
+    static constexpr bool kMeasureInLanes = std::is_integral_v<T> && sizeof(T) == 4;
 
     // As many elements as a register holds doubles, and those doubles
     // (member typedefs: an alias would drop the attribute in a template).
@@ -176,27 +194,38 @@ private:
     };
 
     // The least of DistanceToMid over [at, at + n), the same arithmetic in
-    // lanes of double (NaN distances are never less); +infinity if none.
+    // lanes of double; +infinity if none.
     double LeastDistanceIn(std::int32_t at, std::int32_t n, double mid) const {
-        using N = typename Narrow::type;
-        using D = typename Wide::type;
-        const T* p = y_ + at;
-        const D middle = mid - D{};
-        D least = HUGE_VAL - D{};
+        return LeastDistanceOf<double, typename Wide::type, kDoubleLanes>(y_ + at, n, mid, [](const T* p) {
+            typename Narrow::type e;
+            std::memcpy(&e, p, sizeof e);
+            return __builtin_convertvector(e, typename Wide::type);
+        });
+    }
+
+    // The least |e - middle| over [p, p + n), each element as E (`load`
+    // gives kWidth of them in lanes of W); NaN is never least; +infinity
+    // if none.
+    template <class E, class W, std::int32_t kWidth, class Load>
+    static E LeastDistanceOf(const T* p, std::int32_t n, E middle, Load load) {
+        const W m = middle - W{}, none = std::numeric_limits<E>::infinity() - W{};
+        W least[4] = {none, none, none, none};  // four chains: one would wait on each minimum
         std::int32_t i = 0;
-        for (; n - i >= kDoubleLanes; i += kDoubleLanes) {
-            N e;
-            std::memcpy(&e, p + i, sizeof e);
-            const D d = __builtin_convertvector(e, D) - middle;
-            const D distance = d < 0.0 ? -d : d;
-            least = distance < least ? distance : least;
+        for (; n - i >= 4 * kWidth; i += 4 * kWidth) {
+            for (std::int32_t c = 0; c < 4; ++c) {
+                const W d = load(p + i + c * kWidth) - m;
+                const W distance = d < 0 ? -d : d;
+                least[c] = distance < least[c] ? distance : least[c];
+            }
         }
-        double result = HUGE_VAL;
-        for (std::int32_t lane = 0; lane < kDoubleLanes; ++lane) {
-            if (least[lane] < result) result = least[lane];
+        E result = std::numeric_limits<E>::infinity();
+        for (std::int32_t c = 0; c < 4; ++c) {
+            for (std::int32_t lane = 0; lane < kWidth; ++lane) {
+                if (least[c][lane] < result) result = least[c][lane];
+            }
         }
         for (; i < n; ++i) {
-            const double distance = DistanceToMid(p[i], mid);
+            const E distance = std::fabs(static_cast<E>(p[i]) - middle);
             if (distance < result) result = distance;
         }
         return result;
