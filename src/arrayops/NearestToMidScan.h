@@ -108,22 +108,68 @@ private:
         return answer;
     }
 
+    // The lane bests of one stretch, four chains a side, taken by the
+    // MinMax scan's own stretch loops: the range pass then reads memory as
+    // fast as that scan does.
+    struct LaneRange {
+        V low0, low1, low2, low3, high0, high1, high2, high3;
+        LaneRange() {
+            low0 = low1 = low2 = low3 = Ops::Splat(std::numeric_limits<T>::max());
+            high0 = high1 = high2 = high3 = Ops::Splat(std::numeric_limits<T>::lowest());
+        }
+        template <std::int32_t kChain>
+        [[gnu::always_inline]] void Take(V e) {
+            e = Ops::Held(e);
+            V& low = kChain == 0 ? low0 : kChain == 1 ? low1 : kChain == 2 ? low2 : low3;
+            V& high = kChain == 0 ? high0 : kChain == 1 ? high1 : kChain == 2 ? high2 : high3;
+            low = Ops::Lower(low, e);
+            high = Ops::Higher(high, e);
+        }
+        [[gnu::always_inline]] void Fold(T& low, T& high) const {
+            low = FoldLanes<Ops, Below<Ops>>(Ops::Lower(Ops::Lower(low0, low1), Ops::Lower(low2, low3)))[0];
+            high = FoldLanes<Ops, Above<Ops>>(Ops::Higher(Ops::Higher(high0, high1), Ops::Higher(high2, high3)))[0];
+        }
+    };
+
     // The value range of [start, end) stretch by stretch, up to its first
     // NaN in the variant that stops there; answers where it stopped.
     std::int32_t TakeRanges(std::int32_t k, std::int32_t start, std::int32_t end) {
         constexpr double kNoMiddle = std::numeric_limits<double>::quiet_NaN();
         std::int32_t at = start;
+        std::int32_t stretch = FirstStretchLength(y_ + start, kRangeStretchLength);
         while (at < end) {
-            const std::int32_t length = end - at > kRangeStretchLength ? kRangeStretchLength : end - at;
-            Record record{at, length, T{}, T{}, false, kNoMiddle, -1, DBL_MAX};
-            record.length = Pass<true, false>(at, length, kNoMiddle, record.distance, record.chosen, &record.low,
-                                              &record.high);
-            if (record.length == 0) return at;
+            const std::int32_t length = end - at > stretch ? stretch : end - at;
+            stretch = kRangeStretchLength;
+            Record record{at, length, std::numeric_limits<T>::max(), std::numeric_limits<T>::lowest(), false, kNoMiddle,
+                          -1, DBL_MAX};
+            const T* p = y_ + at;
+            std::int32_t taken = 0;  // what the vectors took
+            std::int32_t stop = length;
+            if (length >= kLanes) {
+                LaneRange lanes;
+                if constexpr (kStopAtNaN) {
+                    stop = scan::TakeStretchToNaN<Ops>(lanes, p, length, taken);
+                } else {
+                    scan::TakeStretch<Ops>(lanes, p, length);
+                    taken = length;
+                }
+                if (taken > 0) lanes.Fold(record.low, record.high);
+            }
+            for (std::int32_t i = taken; i < stop; ++i) {
+                if (kStopAtNaN && p[i] != p[i]) {
+                    stop = i;
+                    break;
+                }
+                if (record.low > p[i]) record.low = p[i];
+                if (p[i] > record.high) record.high = p[i];
+            }
+            record.length = stop;
+            if (stop == 0) return at;
             if (min_ > record.low) min_ = record.low;
             if (record.high > max_) max_ = record.high;
             Add(pieces_[k], record);
-            at += record.length;
-            if (record.length != length) return at;
+            at += stop;
+            if (stop != length) return at;
         }
         return end;
     }
@@ -234,7 +280,8 @@ private:
     static constexpr std::int32_t kLanes = Ops::kLanes;
     static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(16384 / sizeof(T));
     static constexpr std::int32_t kRangeStretchLength = static_cast<std::int32_t>(4096 / sizeof(T));
-    static constexpr std::int32_t kRecords = 64;
+    // A cached range's stretches, with a short first one and a short last one.
+    static constexpr std::int32_t kRecords = 72;
 
     // One stretch, or several neighbours merged when the records ran out.
     struct Record {
@@ -261,8 +308,10 @@ private:
     std::int32_t Speculate(std::int32_t k, std::int32_t start, std::int32_t end) {
         Piece& piece = pieces_[k];
         std::int32_t at = start;
+        std::int32_t stretch = FirstStretchLength(y_ + start, kStretchLength);
         while (at < end) {
-            const std::int32_t length = end - at > kStretchLength ? kStretchLength : end - at;
+            const std::int32_t length = end - at > stretch ? stretch : end - at;
+            stretch = kStretchLength;
             const std::int32_t taken = TakeStretch(piece, at, length);
             at += taken;
             if (taken != length) return at;
@@ -355,7 +404,7 @@ private:
     // first NaN: answers how much it took, n when there is none. A group of
     // vectors with a NaN leaves the packed loops before it counts, and the
     // element loop takes it up to the NaN.
-    template <bool kRange, bool kSearch = true>
+    template <bool kRange>
     std::int32_t Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen,
                       T* low = nullptr, T* high = nullptr) const {
         Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
@@ -381,7 +430,7 @@ private:
                 __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
                 ahead += 64;
             }
-            if (Ops::Any(kSearch ? (kFindNaN ? in | nan : in) : nan)) [[unlikely]] {
+            if (Ops::Any(kFindNaN ? in | nan : in)) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
                 bandLow = search.band.low;
@@ -398,7 +447,7 @@ private:
         for (; n - i >= kLanes; i += kLanes) {
             const V e = Ops::Load(p + i);
             if (kFindNaN && Ops::Any(Ops::Unordered(e, e))) break;
-            if (kSearch && Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
+            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
             if constexpr (kRange) {
                 low0 = Ops::Lower(low0, e);
                 high0 = Ops::Higher(high0, e);
@@ -415,7 +464,7 @@ private:
             if (kFindNaN && p[i] != p[i]) break;
             if (kRange && lo > p[i]) lo = p[i];
             if (kRange && p[i] > hi) hi = p[i];
-            if (kSearch && search.band.In(p[i])) search.Visit(i);
+            if (search.band.In(p[i])) search.Visit(i);
         }
         if constexpr (kRange) {
             *low = lo;
