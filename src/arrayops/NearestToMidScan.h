@@ -428,7 +428,8 @@ private:
                             (Ops::InBand(e2, bandLow, bandHigh) | Ops::InBand(e3, bandLow, bandHigh));
             if (!kRange && ahead < aheadEnd_) {
                 __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
-                ahead += 64;
+                __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
+                ahead += 128;
             }
             if (Ops::Any(kFindNaN ? in | nan : in)) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
