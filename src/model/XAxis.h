@@ -7,6 +7,7 @@
 // (SlotsToX), and runs of consecutive X (a pass-through) convert in one
 // call.
 
+#include <cstddef>
 #include <cstdint>
 
 #include "model/ElementTypes.h"
@@ -32,11 +33,23 @@ public:
     // slot; NaN (a point without a slot) stays NaN.
     void SlotsToX(double* values, std::int32_t count) const { conversion_->slotsToX(data_, values, count); }
 
+    // Asks for the cache lines around slot i, where a search will read
+    // soon, so that their misses overlap the work before it. A hint: it
+    // reads nothing and never faults, wherever it points.
+    void Prefetch(std::int32_t i) const {
+        constexpr std::intptr_t kLine = 64;
+        const std::uintptr_t at = reinterpret_cast<std::uintptr_t>(data_) +
+                                  static_cast<std::uintptr_t>(i) * static_cast<std::uintptr_t>(conversion_->size);
+        for (std::intptr_t line = -8; line < 8; ++line)
+            __builtin_prefetch(reinterpret_cast<const void*>(at + static_cast<std::uintptr_t>(line * kLine)), 0, 3);
+    }
+
 private:
     struct Conversion {
         double (*at)(const void* data, std::int32_t i);
         void (*copy)(const void* data, std::int32_t first, std::int32_t count, double* out);
         void (*slotsToX)(const void* data, double* values, std::int32_t count);
+        std::size_t size;  // of one X
     };
 
     template <class TX>
@@ -50,15 +63,23 @@ private:
         for (std::int32_t k = 0; k < count; ++k) out[k] = ToDouble(x[k]);
     }
 
+    // The kept points lie far apart in X, one cache miss each: a group's
+    // lines are asked for before any is read, so that their misses overlap.
     template <class TX>
     static void SlotsToXOf(const void* data, double* values, std::int32_t count) {
+        constexpr std::int32_t kGroup = 32;
         const TX* x = static_cast<const TX*>(data);
-        for (std::int32_t k = 0; k < count; ++k)
-            if (values[k] == values[k]) values[k] = ToDouble(x[static_cast<std::int32_t>(values[k])]);
+        for (std::int32_t first = 0; first < count; first += kGroup) {
+            const std::int32_t end = count - first > kGroup ? first + kGroup : count;
+            for (std::int32_t k = first; k < end; ++k)
+                if (values[k] == values[k]) __builtin_prefetch(x + static_cast<std::int32_t>(values[k]), 0, 3);
+            for (std::int32_t k = first; k < end; ++k)
+                if (values[k] == values[k]) values[k] = ToDouble(x[static_cast<std::int32_t>(values[k])]);
+        }
     }
 
     template <class TX>
-    static constexpr Conversion kConversion{&AtOf<TX>, &CopyOf<TX>, &SlotsToXOf<TX>};
+    static constexpr Conversion kConversion{&AtOf<TX>, &CopyOf<TX>, &SlotsToXOf<TX>, sizeof(TX)};
 
     XAxis(const void* data, const Conversion* conversion) : data_(data), conversion_(conversion) {}
 

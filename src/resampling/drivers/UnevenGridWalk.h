@@ -55,8 +55,15 @@ void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& la
         const std::int32_t nextSlot = layout.Slot(logicalEnd);
         const bool empty = nextSlot == slot;
         if (!empty) {
-            bucket(slot, nextSlot, afterEmpty);
             span = WrappingSub(logicalEnd, layout.Logical(slot));
+            // The next search starts where this bucket's length predicts its
+            // boundary: X there is asked for now, so that its misses overlap
+            // this bucket's reduction instead of following it.
+            if (logicalEnd < endExclusive) {
+                const std::int32_t predicted = endExclusive - logicalEnd > span ? logicalEnd + span : endExclusive - 1;
+                x.Prefetch(layout.Slot(predicted));
+            }
+            bucket(slot, nextSlot, afterEmpty);
         }
         else if (!afterEmpty)
             gap(WrappingSub(layout.Logical(slot), 1));
