@@ -1,32 +1,15 @@
-// The kernels behind the interface against plain versions of their rules
-// (support/PlainRules.h), on every ISA the processor has, for every element
-// type, on data made to break a vectorised scan: ties, NaN runs, both zeros
-// and both infinities, extremes that arrive late, ramps, sawtooth, runs of
-// one value, sums that overflow Single or wrap 32 and 64 bits.
-//
-// Scans: the six seeded scans, their variants that stop at the first NaN,
-// and the search for the first number give exactly what a plain walk gives,
-// at lengths around every unroll boundary, from unaligned starts, up to an
-// unreadable page and at positions that end at the largest int32. Seeds
-// come from the same values, NaN among them, so a seed an equal element
-// replaced or a NaN seed dropped shows too.
-//
-// Mid: the reduction reads each bucket once and settles a speculative search
-// at the end; it must pick exactly what the plain rule picks: a MinMax pass,
-// the middle in TY's arithmetic, then the first point strictly nearest to
-// it, the piece's start when no distance is below DBL_MAX, and in a wrapped
-// ring each piece on its own, the older winning a tie. The variant of the
-// NaN-aware strategies also has to stop at the first NaN, in a ring possibly
-// past the seam.
-//
-// Lookups: a linear scan that leaves at the first hit, and a lower bound
-// whose last test reads data[lo] even when lo has reached end. Against
-// std::find and std::lower_bound, random ranges catch an off-by-one at either
-// end, a hit outside the range, a later equal found first, a compare of part
-// of a 64-bit word (the alphabet holds words that differ in their low half
-// only), an equality that is not IEEE's (NaN found, -0.0 not taken for 0.0),
-// and a midpoint that wraps (some ranges end at the largest int32). What a
-// NaN in sorted data does is shown on its own.
+// The kernels against plain versions of their rules (support/PlainRules.h),
+// on every ISA the processor has, for every element type, on data made to
+// break a vectorised scan (ties, NaN runs, both zeros and infinities, late
+// extremes, ramps, runs of one value, sums that overflow or wrap). Faults
+// caught: a scan that differs from the plain walk in value, index, tie or
+// seed (lengths around every unroll boundary, unaligned starts, ranges that
+// end at an unreadable page or at the largest int32); a Mid pick other than
+// the plain rule's (the first strictly nearest point to the middle formed in
+// TY, each piece of a wrapped ring on its own, the NaN-aware variant stopping
+// at the first NaN, past the seam too); a lookup that differs from std::find
+// or std::lower_bound (an off-by-one at either end, a later equal found first,
+// half a 64-bit word compared, a non-IEEE equality, a midpoint that wraps).
 
 #include <gtest/gtest.h>
 
@@ -73,10 +56,8 @@ void ForEachIsa(Body body) {
     simd::ForceIsa(best);
 }
 
-// Values that catch a wrong comparison: both ends of the type and their
-// neighbours, the sign bit of unsigned types, 64-bit words that differ in
-// the low half only, and for floating types NaN, both zeros and both
-// infinities.
+// Values that catch a wrong comparison: the type's ends and neighbours, the
+// unsigned sign bit, 64-bit words alike in their high half, NaN, +-0, +-inf.
 template <class T>
 std::vector<T> Alphabet() {
     using L = std::numeric_limits<T>;
@@ -177,9 +158,8 @@ TYPED_TEST(Kernels, ScansMatchThePlainWalk) {
     using T = TypeParam;
     using L = std::numeric_limits<T>;
     const std::vector<T> all = Alphabet<T>();
-    // Lengths around every unroll boundary of every ISA: a vector of 1 to 64
-    // lanes, the short ranges held in registers (up to eight vectors and 64
-    // elements), four chains of vectors, and stretches.
+    // Lengths around every unroll boundary of every ISA: vectors of 1 to 64
+    // lanes, short ranges held in registers, four chains, and stretches.
     const std::int32_t stretch = scan::kStretch<T>;
     std::vector<std::int32_t> counts(71);
     std::iota(counts.begin(), counts.end(), 0);
@@ -188,9 +168,8 @@ TYPED_TEST(Kernels, ScansMatchThePlainWalk) {
     std::mt19937_64 rng(20240611u);
     for (const std::int32_t count : counts) {
         for (std::int32_t trial = 0; trial < 8; ++trial) {
-            // In front of the range (an unaligned start) and behind it lie
-            // values that would win if they were read; behind those an
-            // unreadable page, right at the range's end when there are none.
+            // Around the range (from an unaligned start) lie values that would
+            // win if read, and behind them an unreadable page.
             const auto start = static_cast<std::int32_t>(rng() % 10), end = start + count, pad = trial / 2 % 4;
             GuardedArray<T> d(static_cast<std::size_t>(end + pad), L::has_infinity ? L::infinity() : L::max());
             for (std::int32_t k = 1; k < end + pad; k += 2) d[k] = L::has_infinity ? -L::infinity() : L::lowest();
@@ -220,8 +199,7 @@ std::int32_t PlainMid(const T* y, std::int32_t start, std::int32_t end, std::int
     return std::fabs(static_cast<double>(y[first]) - mid) > std::fabs(static_cast<double>(y[second]) - mid) ? second : first;
 }
 
-// Mostly short, some over many stretches, a few past the records' capacity
-// (which then merges neighbours).
+// Mostly short, some over many stretches or past the records' capacity.
 std::int32_t LengthFor(std::int32_t trial, std::mt19937_64& rng) {
     static const std::int32_t kLong[] = {4095, 4096, 4097, 33000, 70000, 300000};
     if (trial % 16 == 15) return kLong[rng() % 6];
