@@ -29,7 +29,9 @@
 // the final middle then runs from cache, first in the stretch read last of
 // those that can come nearest and then only in stretches whose values can
 // come as near. That costs less than searching against a middle that still
-// moves.
+// moves. Floating types first measure every element's distance in their
+// own lanes without a branch, and then search only the stretches that hold
+// the least one: the band test and its visits cost twice that read.
 //
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
@@ -102,10 +104,80 @@ private:
         scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
         scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(total * static_cast<std::int64_t>(sizeof(T)) / 2);
         for (std::int32_t k = 0; k < read; ++k) {
+            if constexpr (std::is_floating_point_v<T>) {
+                if (scan.SearchFromLeastDistance(k, answer.mid, answer.chosen[k])) continue;
+            }
             scan.SearchNearestRecord(k, answer.mid);
             scan.Settle(k, answer.mid, answer.chosen[k]);
         }
         return answer;
+    }
+
+    // Floating types, when the middle is a T (as Max + Min halved nearly
+    // always is): each record's least distance to it, lane by lane in the
+    // type's own lanes, in one read without a branch, and then the search
+    // only of the records that can reach the step above the least of all,
+    // L, with that step as the bound. A lane distance is the exact distance
+    // rounded to T, and rounding keeps order: the element that gives L lies
+    // less than half a step of T above L, in double too, so the search finds
+    // it or a nearer one, first of equals first; an element whose lane
+    // distance is above the step lies at least that step away in double,
+    // and a bound it does not beat cannot take it. False, with nothing
+    // chosen, when the middle is no T or no distance is below DBL_MAX.
+    bool SearchFromLeastDistance(std::int32_t k, double mid, std::int32_t& chosen) {
+        const T middle = static_cast<T>(mid);
+        if (!(static_cast<double>(middle) == mid)) return false;
+        const Piece& piece = pieces_[k];
+        V least[kRecords];
+        V leastOfAll = Ops::Splat(std::numeric_limits<T>::infinity());
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            least[r] = LeastDistanceLanes(piece.records[r].at, piece.records[r].length, middle);
+            leastOfAll = Ops::Lower(leastOfAll, least[r]);
+        }
+        const T floor = FoldLanes<Ops, Below<Ops>>(leastOfAll)[0];
+        if (!(floor < std::numeric_limits<T>::infinity())) return false;
+        const T step = Step(floor, true);
+        const V stepLanes = Ops::Splat(step);
+        // No distance of DBL_MAX or more counts (a Double step above it is infinite).
+        double bound = static_cast<double>(step) < DBL_MAX ? static_cast<double>(step) : DBL_MAX;
+        std::int32_t at = -1;
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            if (Ops::Any(least[r] <= stepLanes)) Pass<false>(piece.records[r].at, piece.records[r].length, mid, bound, at);
+        }
+        if (at < 0) return false;
+        chosen = at;
+        return true;
+    }
+
+    // Per lane, the least |e - middle| over [at, at + n) in T, the elements
+    // behind the last whole vector in lane 0; NaN is never least; +infinity
+    // where there is none. Four chains: one would wait on each minimum.
+    V LeastDistanceLanes(std::int32_t at, std::int32_t n, T middle) const {
+        const T* p = y_ + at;
+        const V m = Ops::Splat(middle);
+        const auto distance = [&](std::int32_t i) { return Magnitude(Ops::Load(p + i) - m); };
+        V l0 = Ops::Splat(std::numeric_limits<T>::infinity()), l1 = l0, l2 = l0, l3 = l0;
+        std::int32_t i = 0;
+        for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
+            l0 = Ops::Lower(l0, distance(i));
+            l1 = Ops::Lower(l1, distance(i + kLanes));
+            l2 = Ops::Lower(l2, distance(i + 2 * kLanes));
+            l3 = Ops::Lower(l3, distance(i + 3 * kLanes));
+        }
+        for (; n - i >= kLanes; i += kLanes) l0 = Ops::Lower(l0, distance(i));
+        V least = Ops::Lower(Ops::Lower(l0, l1), Ops::Lower(l2, l3));
+        for (; i < n; ++i) {
+            const T d = std::fabs(p[i] - middle);
+            if (least[0] > d) least[0] = d;
+        }
+        return least;
+    }
+
+    // |v| lane by lane: the sign bit cleared, NaN left NaN.
+    [[gnu::always_inline]] static V Magnitude(V v) {
+        using Bits = std::conditional_t<sizeof(T) == 8, std::int64_t, std::int32_t>;
+        typedef Bits BitsV __attribute__((vector_size(sizeof(V))));
+        return (V)((BitsV)v & (std::numeric_limits<Bits>::max() - BitsV{}));
     }
 
     // The lane bests of one stretch, four chains a side, taken by the
@@ -199,31 +271,14 @@ private:
         // instead, which then stops at the first element at that distance.
         // Narrow integers skip that: a record holds so many of them that the
         // conversion to double costs more, and their few distinct distances
-        // narrow the band within a few visits anyway.
+        // narrow the band within a few visits anyway. (Floating types come
+        // here only when their own lanes could not measure.)
         nearest->distance = DBL_MAX;
-        if constexpr (std::is_floating_point_v<T>) {
-            nearest->distance = BoundInOwnLanes(nearest->at, nearest->length, mid);
-        } else if constexpr (kMeasureInLanes) {
+        if constexpr (kMeasureInLanes) {
             const double nearestDistance = LeastDistanceIn(nearest->at, nearest->length, mid);
             if (nearestDistance < DBL_MAX) nearest->distance = NextDistance<T>(nearestDistance);
         }
         Pass<false>(nearest->at, nearest->length, mid, nearest->distance, nearest->chosen);
-    }
-
-    // Floating types: the least distance in the type's own lanes (for
-    // Single twice as many as of double, and nothing to convert), when the
-    // middle is a T, as Max + Min halved nearly always is. A lane distance
-    // is then the exact distance rounded to T. For Double that is the
-    // distance itself; for Single the element that gives the least one, L,
-    // lies less than half a step of Single above L, and so does its
-    // distance in double. Either way the step above L bounds a search that
-    // finds that element or a nearer one. DBL_MAX when the middle is no T
-    // or nothing was measured.
-    double BoundInOwnLanes(std::int32_t at, std::int32_t n, double mid) const {
-        const T middle = static_cast<T>(mid);
-        if (!(static_cast<double>(middle) == mid)) return DBL_MAX;
-        const T least = LeastDistanceOf<T, V, kLanes>(y_ + at, n, middle, [](const T* p) { return Ops::Load(p); });
-        return least < std::numeric_limits<T>::infinity() ? static_cast<double>(Step(least, true)) : DBL_MAX;
     }
 
     // Integers the lanes of double convert from in an instruction or two.
