@@ -29,9 +29,10 @@
 // the final middle then runs from cache, first in the stretch read last of
 // those that can come nearest and then only in stretches whose values can
 // come as near. That costs less than searching against a middle that still
-// moves. Floating types first measure every element's distance in their
-// own lanes without a branch, and then search only the stretches that hold
-// the least one: the band test and its visits cost twice that read.
+// moves. Floating types and integers of up to 32 bits first measure every
+// element's distance in their own lanes without a branch, and then search
+// only the stretches that hold the least one: the band test and its visits
+// cost about twice that read.
 //
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
@@ -90,9 +91,11 @@ private:
     }
 
     // A range that stays in cache after one read: its value range first,
-    // kept per short stretch, and then, against the final middle, the
-    // stretch that can come nearest searched first, so that the others are
-    // searched from cache only where their values can come as near.
+    // kept per short stretch, and then the search against the final middle.
+    // Floating types and integers of up to 32 bits measure every element in
+    // lanes and search only where the least distance lies; what they leave
+    // (64-bit integers and rare cases) searches the stretch that can come
+    // nearest first, and the others only where their values can come as near.
     static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces, std::int64_t total) {
         NearestToMidScan scan(y);
         NearestAnswer answer{};
@@ -106,6 +109,8 @@ private:
         for (std::int32_t k = 0; k < read; ++k) {
             if constexpr (std::is_floating_point_v<T>) {
                 if (scan.SearchFromLeastDistance(k, answer.mid, answer.chosen[k])) continue;
+            } else if constexpr (kExactInLanes) {
+                if (scan.SearchExactly(k, answer.mid, answer.chosen[k])) continue;
             }
             scan.SearchNearestRecord(k, answer.mid);
             scan.Settle(k, answer.mid, answer.chosen[k]);
@@ -128,13 +133,11 @@ private:
         const T middle = static_cast<T>(mid);
         if (!(static_cast<double>(middle) == mid)) return false;
         const Piece& piece = pieces_[k];
+        const V m = Ops::Splat(middle);
         V least[kRecords];
-        V leastOfAll = Ops::Splat(std::numeric_limits<T>::infinity());
-        for (std::int32_t r = 0; r < piece.count; ++r) {
-            least[r] = LeastDistanceLanes(piece.records[r].at, piece.records[r].length, middle);
-            leastOfAll = Ops::Lower(leastOfAll, least[r]);
-        }
-        const T floor = FoldLanes<Ops, Below<Ops>>(leastOfAll)[0];
+        const T floor = MeasureRecords(piece, least, Ops::Splat(std::numeric_limits<T>::infinity()),
+                                       [m](V e) { return Magnitude(e - m); },
+                                       [](V a, V b) { return Ops::Lower(a, b); });
         if (!(floor < std::numeric_limits<T>::infinity())) return false;
         const T step = Step(floor, true);
         const V stepLanes = Ops::Splat(step);
@@ -149,28 +152,54 @@ private:
         return true;
     }
 
-    // Per lane, the least |e - middle| over [at, at + n) in T, the elements
-    // behind the last whole vector in lane 0; NaN is never least; +infinity
-    // where there is none. Four chains: one would wait on each minimum.
-    V LeastDistanceLanes(std::int32_t at, std::int32_t n, T middle) const {
-        const T* p = y_ + at;
-        const V m = Ops::Splat(middle);
-        const auto distance = [&](std::int32_t i) { return Magnitude(Ops::Load(p + i) - m); };
-        V l0 = Ops::Splat(std::numeric_limits<T>::infinity()), l1 = l0, l2 = l0, l3 = l0;
+    // Integers of up to 32 bits, whose distances to the middle are exact in
+    // double: the same order in their own lanes, without the middle.
+    // Measured from the range's least value (u = e - min, unsigned, in
+    // [0, R] where R = max - min), twice the distance is |2u - R|; with h =
+    // R / 2 rounded down and h' = R - h, the whole number
+    // min(u - h', h - u), where each difference wraps and the one that does
+    // is the larger, is that distance rounded down, in the same order. The
+    // least of them is then found first, and the first element at it is
+    // the nearest. False when Max + Min wrapped (32 bits), which leaves the
+    // middle outside the range.
+    static constexpr bool kExactInLanes = std::is_integral_v<T> && sizeof(T) <= sizeof(std::int32_t);
+    using U = std::make_unsigned_t<std::conditional_t<kExactInLanes, T, int>>;
+    struct UnsignedLanes {
+        typedef U type __attribute__((vector_size(sizeof(V))));
+    };
+    using UV = typename UnsignedLanes::type;
+
+    bool SearchExactly(std::int32_t k, double mid, std::int32_t& chosen) {
+        const Piece& piece = pieces_[k];
+        // A 32-bit Max + Min that wrapped puts the middle outside the range.
+        const bool wrapped = mid != (static_cast<double>(max_) + static_cast<double>(min_)) * 0.5;
+        if (piece.count == 0 || wrapped) return false;
+        const U range = static_cast<U>(static_cast<U>(max_) - static_cast<U>(min_));
+        const U below = static_cast<U>(range / 2), above = static_cast<U>(range - range / 2);
+        const UV high = static_cast<U>(static_cast<U>(min_) + above) - UV{};
+        const UV low = static_cast<U>(static_cast<U>(min_) + below) - UV{};
+        const auto measure = [high, low](V e) {
+            const UV up = (UV)e - high, down = low - (UV)e;
+            return up < down ? up : down;
+        };
+        UV least[kRecords];
+        const U floor = MeasureRecords(piece, least, std::numeric_limits<U>::max() - UV{}, measure,
+                                       [](UV a, UV b) { return b < a ? b : a; });
+        const UV floorLanes = floor - UV{};
+        std::int32_t r = 0;
+        while (r < piece.count && !Ops::Any(least[r] == floorLanes)) ++r;
+        if (r == piece.count) return false;
+        const T* p = y_ + piece.records[r].at;
+        const std::int32_t n = piece.records[r].length;
         std::int32_t i = 0;
-        for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
-            l0 = Ops::Lower(l0, distance(i));
-            l1 = Ops::Lower(l1, distance(i + kLanes));
-            l2 = Ops::Lower(l2, distance(i + 2 * kLanes));
-            l3 = Ops::Lower(l3, distance(i + 3 * kLanes));
-        }
-        for (; n - i >= kLanes; i += kLanes) l0 = Ops::Lower(l0, distance(i));
-        V least = Ops::Lower(Ops::Lower(l0, l1), Ops::Lower(l2, l3));
+        while (n - i >= kLanes && !Ops::Any(measure(Ops::Load(p + i)) == floorLanes)) i += kLanes;
         for (; i < n; ++i) {
-            const T d = std::fabs(p[i] - middle);
-            if (least[0] > d) least[0] = d;
+            if (measure(Ops::Splat(p[i]))[0] == floor) {
+                chosen = piece.records[r].at + i;
+                return true;
+            }
         }
-        return least;
+        return false;
     }
 
     // |v| lane by lane: the sign bit cleared, NaN left NaN.
@@ -265,71 +294,12 @@ private:
         nearest->searched = true;
         nearest->mid = mid;
         nearest->chosen = -1;
-        // Searched from no bound at all, every element nearer than all before
-        // it would be measured and narrow the band, most of a short record.
-        // Its least distance, measured in packed lanes, bounds the search
-        // instead, which then stops at the first element at that distance.
-        // Narrow integers skip that: a record holds so many of them that the
-        // conversion to double costs more, and their few distinct distances
-        // narrow the band within a few visits anyway. (Floating types come
-        // here only when their own lanes could not measure.)
+        // Only what the searches in lanes leave comes here: 64-bit integers,
+        // and floating ranges whose middle is no T or that have no finite
+        // distance. Searched from no bound at all, the band narrows with
+        // every element nearer than all before it.
         nearest->distance = DBL_MAX;
-        if constexpr (kMeasureInLanes) {
-            const double nearestDistance = LeastDistanceIn(nearest->at, nearest->length, mid);
-            if (nearestDistance < DBL_MAX) nearest->distance = NextDistance<T>(nearestDistance);
-        }
         Pass<false>(nearest->at, nearest->length, mid, nearest->distance, nearest->chosen);
-    }
-
-    // Integers the lanes of double convert from in an instruction or two.
-    static constexpr bool kMeasureInLanes = std::is_integral_v<T> && sizeof(T) == 4;
-
-    // As many elements as a register holds doubles, and those doubles
-    // (member typedefs: an alias would drop the attribute in a template).
-    static constexpr std::int32_t kDoubleLanes = static_cast<std::int32_t>(sizeof(V) / sizeof(double));
-    struct Narrow {
-        typedef T type __attribute__((vector_size(kDoubleLanes * sizeof(T))));
-    };
-    struct Wide {
-        typedef double type __attribute__((vector_size(kDoubleLanes * sizeof(double))));
-    };
-
-    // The least of DistanceToMid over [at, at + n), the same arithmetic in
-    // lanes of double; +infinity if none.
-    double LeastDistanceIn(std::int32_t at, std::int32_t n, double mid) const {
-        return LeastDistanceOf<double, typename Wide::type, kDoubleLanes>(y_ + at, n, mid, [](const T* p) {
-            typename Narrow::type e;
-            std::memcpy(&e, p, sizeof e);
-            return __builtin_convertvector(e, typename Wide::type);
-        });
-    }
-
-    // The least |e - middle| over [p, p + n), each element as E (`load`
-    // gives kWidth of them in lanes of W); NaN is never least; +infinity
-    // if none.
-    template <class E, class W, std::int32_t kWidth, class Load>
-    static E LeastDistanceOf(const T* p, std::int32_t n, E middle, Load load) {
-        const W m = middle - W{}, none = std::numeric_limits<E>::infinity() - W{};
-        W least[4] = {none, none, none, none};  // four chains: one would wait on each minimum
-        std::int32_t i = 0;
-        for (; n - i >= 4 * kWidth; i += 4 * kWidth) {
-            for (std::int32_t c = 0; c < 4; ++c) {
-                const W d = load(p + i + c * kWidth) - m;
-                const W distance = d < 0 ? -d : d;
-                least[c] = distance < least[c] ? distance : least[c];
-            }
-        }
-        E result = std::numeric_limits<E>::infinity();
-        for (std::int32_t c = 0; c < 4; ++c) {
-            for (std::int32_t lane = 0; lane < kWidth; ++lane) {
-                if (least[c][lane] < result) result = least[c][lane];
-            }
-        }
-        for (; i < n; ++i) {
-            const E distance = std::fabs(static_cast<E>(p[i]) - middle);
-            if (distance < result) result = distance;
-        }
-        return result;
     }
 
     static constexpr std::int32_t kLanes = Ops::kLanes;
@@ -356,6 +326,41 @@ private:
         std::int32_t chosen = -1;  // the nearest so far to the middle so far, and its distance
         double distance = DBL_MAX;
     };
+
+    // Each record's least `measure` (a lane of D per lane of V) lane by
+    // lane into `least`, and the least of all. One read without a branch:
+    // four chains, since one would wait on each minimum; the elements
+    // behind the last whole vector measured one at a time in every lane.
+    template <class D, class Measure, class Lower>
+    auto MeasureRecords(const Piece& piece, D (&least)[kRecords], D none, Measure measure, Lower lower) const {
+        D all = none;
+        std::uintptr_t ahead = ahead_;  // as in Pass
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            const T* p = y_ + piece.records[r].at;
+            const std::int32_t n = piece.records[r].length;
+            D l0 = none, l1 = none, l2 = none, l3 = none;
+            std::int32_t i = 0;
+            for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
+                if (ahead < aheadEnd_) {
+                    __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
+                    __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
+                    ahead += 128;
+                }
+                l0 = lower(l0, measure(Ops::Load(p + i)));
+                l1 = lower(l1, measure(Ops::Load(p + i + kLanes)));
+                l2 = lower(l2, measure(Ops::Load(p + i + 2 * kLanes)));
+                l3 = lower(l3, measure(Ops::Load(p + i + 3 * kLanes)));
+            }
+            for (; n - i >= kLanes; i += kLanes) l0 = lower(l0, measure(Ops::Load(p + i)));
+            for (; i < n; ++i) l1 = lower(l1, measure(Ops::Splat(p[i])));
+            least[r] = lower(lower(l0, l1), lower(l2, l3));
+            all = lower(all, least[r]);
+        }
+        ahead_ = ahead;
+        auto floor = all[0];
+        for (std::int32_t lane = 1; lane < kLanes; ++lane) floor = all[lane] < floor ? all[lane] : floor;
+        return floor;
+    }
 
     explicit NearestToMidScan(const T* y) : y_(y) {}
 
