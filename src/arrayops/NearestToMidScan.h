@@ -190,9 +190,11 @@ private:
         if (r == piece.count) return false;
         const T* p = y_ + piece.records[r].at;
         const std::int32_t n = piece.records[r].length;
-        std::int32_t i = 0;
-        while (n - i >= kLanes && !Ops::Any(measure(Ops::Load(p + i)) == floorLanes)) i += kLanes;
-        for (; i < n; ++i) {
+        if (n >= kLanes) {
+            chosen = piece.records[r].at + FirstSelectedIn<Ops>(p, n, [&](V e) { return measure(e) == floorLanes; });
+            return true;
+        }
+        for (std::int32_t i = 0; i < n; ++i) {
             if (measure(Ops::Splat(p[i]))[0] == floor) {
                 chosen = piece.records[r].at + i;
                 return true;
