@@ -28,13 +28,26 @@ void WalkEvenGrid(const ResamplingArgs& args, double firstBoundary, double step,
     std::int32_t bucketStart = args.StartIndex;
     if (!(bucketStart < limit)) return;
     double boundary = firstBoundary;
-    for (std::int32_t bucket = 1; bucket <= budget; ++bucket) {
-        std::int32_t bucketEnd = WrappingAdd(predictLast(boundary), 1);
-        if (limit < bucketEnd || bucketEnd < bucketStart || bucket == budget) bucketEnd = limit;
-        reduce(bucketStart, bucketEnd);
-        boundary = boundary + step;
-        bucketStart = bucketEnd;
-        if (!(bucketEnd < limit)) break;
+    // The ends of the next buckets are predicted ahead of their reductions:
+    // a prediction (a division, a rounding) is a chain of some forty cycles
+    // that would otherwise stand between one bucket's scan and the next,
+    // and a small bucket's scan takes about as long. A prediction depends
+    // on its boundary alone, so taking it early changes nothing.
+    constexpr std::int32_t kAhead = 32;
+    std::int32_t predicted[kAhead];
+    for (std::int32_t bucket = 1; bucket <= budget;) {
+        const std::int32_t count = budget - bucket < kAhead ? budget - bucket + 1 : kAhead;
+        for (std::int32_t k = 0; k < count; ++k) {
+            predicted[k] = predictLast(boundary);
+            boundary = boundary + step;
+        }
+        for (std::int32_t k = 0; k < count; ++k, ++bucket) {
+            std::int32_t bucketEnd = WrappingAdd(predicted[k], 1);
+            if (limit < bucketEnd || bucketEnd < bucketStart || bucket == budget) bucketEnd = limit;
+            reduce(bucketStart, bucketEnd);
+            bucketStart = bucketEnd;
+            if (!(bucketEnd < limit)) return;
+        }
     }
 }
 
