@@ -74,7 +74,7 @@ struct StoppingAtNaN {
 // `scan(a, b)` over the pieces in order, each continuing from the last,
 // until one stops short; answers where the scanning stopped.
 template <class Range, class Scan>
-std::int32_t ScanPiecesOf(const Range& range, Scan&& scan) {
+[[gnu::always_inline]] inline std::int32_t ScanPiecesOf(const Range& range, Scan&& scan) {
     const ScanPieces pieces = range.Pieces();
     for (std::int32_t k = 0; k < pieces.count; ++k) {
         const std::int32_t stop = scan(pieces.start[k], pieces.end[k]);
