@@ -15,8 +15,8 @@
 // since it beats nothing.
 //
 // A range of at least one vector ends on a vector that overlaps the one
-// before it, so no load reaches past `end`; shorter ranges are walked one
-// by one.
+// before it, so no load reaches past `end`; shorter ranges are read in one
+// masked load where the ISA has one, else walked one by one.
 //
 // The variants that stop at NaN (for the NaN-aware strategies) look for the
 // first NaN of each stretch before taking it, and take only what lies in
@@ -212,11 +212,15 @@ struct Extreme {
     template <std::size_t kCount>
     [[gnu::always_inline]] void TakeShort(const V (&e)[kCount], const std::int32_t (&at)[kCount], const T* p,
                                           std::int32_t position) {
+        constexpr std::size_t kUsed = kCount < 4 ? kCount : 4;
         const V seed = Ops::Splat(value);
-        V chains[4];
-        for (std::size_t v = 0; v < 4; ++v) chains[v] = Rule::Keep(seed, e[v]);
+        V chains[kUsed];
+        for (std::size_t v = 0; v < kUsed; ++v) chains[v] = Rule::Keep(seed, e[v]);
         for (std::size_t v = 4; v < kCount; ++v) chains[v - 4] = Rule::Keep(chains[v - 4], e[v]);
-        const V final = FoldLanes<Ops, Rule>(Rule::Keep(Rule::Keep(chains[0], chains[1]), Rule::Keep(chains[2], chains[3])));
+        V merged = chains[0];
+        if constexpr (kUsed == 4) merged = Rule::Keep(Rule::Keep(chains[0], chains[1]), Rule::Keep(chains[2], chains[3]));
+        else if constexpr (kUsed == 2) merged = Rule::Keep(chains[0], chains[1]);
+        const V final = FoldLanes<Ops, Rule>(merged);
         if (!Rule::Beats(final[0], value)) return;
         // One bit per position (the range is at most 64 long), each
         // vector's lanes at its own place, so the first set bit is the
@@ -407,10 +411,24 @@ template <class Ops, std::size_t kCount, bool kStopAtNaN, class Tracker>
         e[v] = Ops::Held(Ops::Load(p + at[v]));
     }
     if constexpr (kStopAtNaN) {
-        auto nan = Ops::Unordered(e[0], e[1]);
+        auto nan = Ops::Unordered(e[0], e[kCount > 1 ? 1 : 0]);
         for (std::size_t v = 2; v < kCount; v += 2) nan = nan | Ops::Unordered(e[v], e[v + 1]);
         if (Ops::Any(nan)) return false;
     }
+    tracker.TakeShort(e, at, p, position);
+    return true;
+}
+
+// A range shorter than a vector, on an ISA that loads part of one: a
+// single vector whose lanes past the range hold its first element, which
+// can win no search that the first lane would not win first.
+template <class Ops, bool kStopAtNaN, class Tracker>
+[[gnu::always_inline]] inline bool RunPart(Tracker& tracker, const typename Ops::Element* p, std::int32_t position,
+                                           std::int32_t n) {
+    const std::int32_t at[1] = {0};
+    const typename Ops::V e[1] = {Ops::Held(Ops::LoadPart(p, n))};
+    if constexpr (kStopAtNaN)
+        if (Ops::Any(Ops::Unordered(e[0], e[0]))) return false;
     tracker.TakeShort(e, at, p, position);
     return true;
 }
@@ -423,6 +441,8 @@ template <class Ops, bool kStopAtNaN, class Tracker, class T>
 [[gnu::always_inline]] inline std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     constexpr std::int32_t kLanes = Ops::kLanes;
     if (static_cast<std::int64_t>(end) - start < kLanes) {
+        if constexpr (Ops::kLoadsPart)
+            if (start < end && RunPart<Ops, kStopAtNaN>(tracker, data + start, start, end - start)) return end;
         for (std::int32_t i = start; i < end; ++i) {
             if (kStopAtNaN && data[i] != data[i]) return i;
             tracker.Visit(data[i], i);
@@ -430,12 +450,18 @@ template <class Ops, bool kStopAtNaN, class Tracker, class T>
         return end;
     }
     // Up to eight vectors and 64 elements, what small buckets are: in
-    // registers.
+    // registers, as few vectors as cover them.
     const std::int32_t count = end - start;
-    if (count <= 4 * kLanes && count <= 64) {
-        if (RunShort<Ops, 4, kStopAtNaN>(tracker, data + start, start, count)) return end;
-    } else if (count <= 8 * kLanes && count <= 64) {
-        if (RunShort<Ops, 8, kStopAtNaN>(tracker, data + start, start, count)) return end;
+    if (count <= 64) {
+        if (count <= kLanes) {
+            if (RunShort<Ops, 1, kStopAtNaN>(tracker, data + start, start, count)) return end;
+        } else if (count <= 2 * kLanes) {
+            if (RunShort<Ops, 2, kStopAtNaN>(tracker, data + start, start, count)) return end;
+        } else if (count <= 4 * kLanes) {
+            if (RunShort<Ops, 4, kStopAtNaN>(tracker, data + start, start, count)) return end;
+        } else if (count <= 8 * kLanes) {
+            if (RunShort<Ops, 8, kStopAtNaN>(tracker, data + start, start, count)) return end;
+        }
     }
     tracker.Start();
     std::int32_t i = start;

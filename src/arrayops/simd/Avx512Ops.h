@@ -57,6 +57,19 @@ struct Ops : LaneBasics<Tag, T, 64> {
         else return Base::BlendHigher(best, e);
     }
 
+    static constexpr bool kLoadsPart = true;
+
+    // The n elements at p, 0 < n < kLanes, and p[0] in the lanes past them:
+    // the masked load neither reads nor faults past p + n.
+    [[gnu::always_inline]] static V LoadPart(const T* p, std::int32_t n) {
+        const __m512i first = (__m512i)Base::Splat(p[0]);
+        const std::uint64_t lanes = (std::uint64_t{1} << n) - 1;
+        if constexpr (sizeof(T) == 8) return (V)_mm512_mask_loadu_epi64(first, static_cast<__mmask8>(lanes), p);
+        else if constexpr (sizeof(T) == 4) return (V)_mm512_mask_loadu_epi32(first, static_cast<__mmask16>(lanes), p);
+        else if constexpr (sizeof(T) == 2) return (V)_mm512_mask_loadu_epi16(first, static_cast<__mmask32>(lanes), p);
+        else return (V)_mm512_mask_loadu_epi8(first, lanes, p);
+    }
+
     template <class Mask>
     [[gnu::always_inline]] static bool Any(Mask mask) {
         return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0;

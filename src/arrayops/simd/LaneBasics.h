@@ -31,6 +31,9 @@ struct LaneBasics {
     // What a compare of two V gives: all bits of a lane set where it holds.
     using Mask = decltype(V{} == V{});
     static constexpr std::int32_t kLanes = static_cast<std::int32_t>(kBytes / sizeof(T));
+    // Whether LoadPart exists: a load of fewer than kLanes elements that
+    // reads nothing past them (a masked load).
+    static constexpr bool kLoadsPart = false;
 
     [[gnu::always_inline]] static V Load(const T* p) {
         V v;
