@@ -358,9 +358,12 @@ private:
             all = lower(all, least[r]);
         }
         ahead_ = ahead;
-        auto floor = all[0];
-        for (std::int32_t lane = 1; lane < kLanes; ++lane) floor = all[lane] < floor ? all[lane] : floor;
-        return floor;
+        // The least lane in a few shuffles: a pass over the lanes one by one
+        // is a chain of 64 compares for bytes.
+        struct Least {
+            [[gnu::always_inline]] static V Keep(V a, V b) { return (V)Lower{}((D)a, (D)b); }
+        };
+        return ((D)FoldLanes<Ops, Least>((V)all))[0];
     }
 
     explicit NearestToMidScan(const T* y) : y_(y) {}
