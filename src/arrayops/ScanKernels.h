@@ -155,6 +155,16 @@ template <class Ops, class Select>
     return FirstOf<Ops>(bits, at);
 }
 
+// One bit per lane where a equals b, by the ISA's own compare into bits
+// where it has one.
+template <class Ops>
+[[gnu::always_inline]] inline std::uint64_t EqualBits(typename Ops::V a, typename Ops::V b) {
+    if constexpr (requires { Ops::EqualBits(a, b); })
+        return Ops::EqualBits(a, b);
+    else
+        return Ops::LaneBits(Ops::Equal(a, b));
+}
+
 // One running extreme with the position it came from. Only `value` and
 // `index` mean anything before Start; the rest is set there.
 template <class Ops, class Rule>
@@ -226,7 +236,7 @@ struct Extreme {
         // vector's lanes at its own place, so the first set bit is the
         // winner; where vectors overlap they agree.
         std::uint64_t bits = 0;
-        for (std::size_t v = 0; v < kCount; ++v) bits |= Ops::LaneBits(Ops::Equal(e[v], final)) << at[v];
+        for (std::size_t v = 0; v < kCount; ++v) bits |= EqualBits<Ops>(e[v], final) << at[v];
         const auto k = static_cast<std::int32_t>(__builtin_ctzll(bits | (std::uint64_t{1} << 63)));
         value = p[k];
         index = position + k;

@@ -85,6 +85,18 @@ struct Ops : LaneBasics<Tag, T, 64> {
         return _mm512_movepi8_mask((__m512i)mask);
     }
 
+    // LaneBits(Equal(a, b)) in one compare into a mask register, rather
+    // than a compare, a spread of its mask into lanes and a test of them.
+    [[gnu::always_inline]] static std::uint64_t EqualBits(V a, V b) {
+        const __m512i x = (__m512i)a, y = (__m512i)b;
+        if constexpr (std::is_same_v<T, double>) return _mm512_cmp_pd_mask(a, b, _CMP_EQ_OQ);
+        else if constexpr (std::is_same_v<T, float>) return _mm512_cmp_ps_mask(a, b, _CMP_EQ_OQ);
+        else if constexpr (sizeof(T) == 8) return _mm512_cmpeq_epi64_mask(x, y);
+        else if constexpr (sizeof(T) == 4) return _mm512_cmpeq_epi32_mask(x, y);
+        else if constexpr (sizeof(T) == 2) return _mm512_cmpeq_epi16_mask(x, y);
+        else return _mm512_cmpeq_epi8_mask(x, y);
+    }
+
     template <class Mask>
     [[gnu::always_inline]] static std::uint64_t LaneBits(Mask mask) {
         const __m512i m = (__m512i)mask;
