@@ -25,6 +25,7 @@
 // Everything here depends on `Ops`, whose ISA tag makes each translation
 // unit's instantiations its own.
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
@@ -543,7 +544,23 @@ struct ScanEntries {
     static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end, MinMaxPointSearchResult<T>& result) {
         MinMaxScan<Ops> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
         const std::int32_t stop = Run<Ops, kStopAtNaN>(tracker, data, start, end);
-        result = {tracker.min.index, tracker.max.index, tracker.min.value, tracker.max.value};
+        result.MinIndex = tracker.min.index;
+        result.MaxIndex = tracker.max.index;
+        if constexpr (sizeof(T) >= 4) {
+            // Both values in one store: a caller may read the two as one (a
+            // compiler converting both at once does), and a load that spans
+            // two stores waits until both reach the cache, about as long
+            // again as a small bucket's scan. Narrower values are read one by
+            // one, and pairing them in general registers costs more.
+            using Record = MinMaxPointSearchResult<T>;
+            static_assert(offsetof(Record, Max) == offsetof(Record, Min) + sizeof(T));
+            using Pair [[gnu::vector_size(2 * sizeof(T))]] = T;
+            const Pair values = {tracker.min.value, tracker.max.value};
+            std::memcpy(reinterpret_cast<unsigned char*>(&result) + offsetof(Record, Min), &values, sizeof values);
+        } else {
+            result.Min = tracker.min.value;
+            result.Max = tracker.max.value;
+        }
         return stop;
     }
 };
