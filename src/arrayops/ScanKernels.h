@@ -229,7 +229,8 @@ struct Extreme {
         for (std::size_t v = 0; v < kUsed; ++v) chains[v] = Rule::Keep(seed, e[v]);
         for (std::size_t v = 4; v < kCount; ++v) chains[v - 4] = Rule::Keep(chains[v - 4], e[v]);
         V merged = chains[0];
-        if constexpr (kUsed == 4) merged = Rule::Keep(Rule::Keep(chains[0], chains[1]), Rule::Keep(chains[2], chains[3]));
+        if constexpr (kUsed == 4)
+            merged = Rule::Keep(Rule::Keep(chains[0], chains[1]), Rule::Keep(chains[2], chains[3]));
         else if constexpr (kUsed == 2) merged = Rule::Keep(chains[0], chains[1]);
         const V final = FoldLanes<Ops, Rule>(merged);
         if (!Rule::Beats(final[0], value)) return;
@@ -408,8 +409,11 @@ template <class Ops, class Tracker>
 // 64, read as kCount vectors that end at p + n (the last ones overlapping
 // where n is shorter) and all held in registers: no stretches, no search in
 // memory.
+// With kPart, a range shorter than a vector, on an ISA that loads part of
+// one: a single vector whose lanes past the range hold its first element,
+// which can win no search that the first lane would not win first.
 // Answers false, having taken nothing, when it meets a NaN it must stop at.
-template <class Ops, std::size_t kCount, bool kStopAtNaN, class Tracker>
+template <class Ops, std::size_t kCount, bool kStopAtNaN, bool kPart = false, class Tracker>
 [[gnu::always_inline]] inline bool RunShort(Tracker& tracker, const typename Ops::Element* p, std::int32_t position,
                                             std::int32_t n) {
     constexpr std::int32_t kLanes = Ops::kLanes;
@@ -418,28 +422,17 @@ template <class Ops, std::size_t kCount, bool kStopAtNaN, class Tracker>
     typename Ops::V e[kCount];
     for (std::size_t v = 0; v < kCount; ++v) {
         const auto k = static_cast<std::int32_t>(v) * kLanes;
-        at[v] = k < last ? k : last;
-        e[v] = Ops::Held(Ops::Load(p + at[v]));
+        at[v] = kPart ? 0 : k < last ? k : last;
+        if constexpr (kPart)
+            e[v] = Ops::Held(Ops::LoadPart(p, n));
+        else
+            e[v] = Ops::Held(Ops::Load(p + at[v]));
     }
     if constexpr (kStopAtNaN) {
         auto nan = Ops::Unordered(e[0], e[kCount > 1 ? 1 : 0]);
         for (std::size_t v = 2; v < kCount; v += 2) nan = nan | Ops::Unordered(e[v], e[v + 1]);
         if (Ops::Any(nan)) return false;
     }
-    tracker.TakeShort(e, at, p, position);
-    return true;
-}
-
-// A range shorter than a vector, on an ISA that loads part of one: a
-// single vector whose lanes past the range hold its first element, which
-// can win no search that the first lane would not win first.
-template <class Ops, bool kStopAtNaN, class Tracker>
-[[gnu::always_inline]] inline bool RunPart(Tracker& tracker, const typename Ops::Element* p, std::int32_t position,
-                                           std::int32_t n) {
-    const std::int32_t at[1] = {0};
-    const typename Ops::V e[1] = {Ops::Held(Ops::LoadPart(p, n))};
-    if constexpr (kStopAtNaN)
-        if (Ops::Any(Ops::Unordered(e[0], e[0]))) return false;
     tracker.TakeShort(e, at, p, position);
     return true;
 }
@@ -453,7 +446,8 @@ template <class Ops, bool kStopAtNaN, class Tracker, class T>
     constexpr std::int32_t kLanes = Ops::kLanes;
     if (static_cast<std::int64_t>(end) - start < kLanes) {
         if constexpr (Ops::kLoadsPart)
-            if (start < end && RunPart<Ops, kStopAtNaN>(tracker, data + start, start, end - start)) return end;
+            if (start < end && RunShort<Ops, 1, kStopAtNaN, true>(tracker, data + start, start, end - start))
+                return end;
         for (std::int32_t i = start; i < end; ++i) {
             if (kStopAtNaN && data[i] != data[i]) return i;
             tracker.Visit(data[i], i);
