@@ -342,67 +342,49 @@ struct Groups {
     }
 };
 
-// Folds the n elements at p into the chains.
-template <class Ops, class Tracker>
-[[gnu::always_inline]] inline void TakeStretch(Tracker& tracker, const typename Ops::Element* p, std::int32_t n) {
+// Folds the n elements at p into the chains. With kTestNaN, answers
+// whether any of them is NaN, tested beside the chains: one compare for two
+// vectors, read once for both (held), and no branch until the end.
+template <class Ops, bool kTestNaN = false, class Tracker>
+[[gnu::always_inline]] inline bool TakeStretch(Tracker& tracker, const typename Ops::Element* p, std::int32_t n) {
     using G = Groups<Ops>;
-    std::int32_t k = 0;
-    for (; G::Whole(k, n); k += G::kLength) {
-        tracker.template Take<0>(Ops::Load(p + k));
-        tracker.template Take<1>(Ops::Load(p + k + G::kLanes));
-        tracker.template Take<2>(Ops::Load(p + k + 2 * G::kLanes));
-        tracker.template Take<3>(Ops::Load(p + k + 3 * G::kLanes));
-    }
-    tracker.template Take<0>(Ops::Load(p + G::template At<0>(k, n)));
-    tracker.template Take<1>(Ops::Load(p + G::template At<1>(k, n)));
-    tracker.template Take<2>(Ops::Load(p + G::template At<2>(k, n)));
-    tracker.template Take<3>(Ops::Load(p + n - G::kLanes));
-}
-
-// Lanes that hold NaN.
-template <class Ops>
-[[gnu::always_inline]] inline std::uint64_t NaNBits(typename Ops::V e) {
-    return Ops::ByteBits(e != e);
-}
-
-// TakeStretch up to the first NaN of p[0, n): the vectors wholly in front
-// of it go into the chains, four to a NaN test. Answers where that NaN
-// lies, or n; `taken` is where the vectors taken end.
-template <class Ops, class Tracker>
-[[gnu::always_inline]] inline std::int32_t TakeStretchToNaN(Tracker& tracker, const typename Ops::Element* p,
-                                                             std::int32_t n, std::int32_t& taken) {
-    using G = Groups<Ops>;
-    constexpr std::int32_t kLanes = G::kLanes;
-    std::int32_t k = 0;
-    bool whole;
-    do {
-        whole = G::Whole(k, n);
-        const std::int32_t at[4] = {whole ? k : G::template At<0>(k, n), whole ? k + kLanes : G::template At<1>(k, n),
-                                    whole ? k + 2 * kLanes : G::template At<2>(k, n),
-                                    whole ? k + 3 * kLanes : n - kLanes};
-        const auto e0 = Ops::Load(p + at[0]), e1 = Ops::Load(p + at[1]);
-        const auto e2 = Ops::Load(p + at[2]), e3 = Ops::Load(p + at[3]);
-        if (Ops::Any(Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3))) [[unlikely]] {
-            // Overlapping vectors hold no NaN where they overlap earlier
-            // ones, so the first vector with one has the first NaN. The
-            // vectors wholly in front of it start at k and do not overlap.
-            const std::uint64_t bits[4] = {NaNBits<Ops>(e0), NaNBits<Ops>(e1), NaNBits<Ops>(e2), NaNBits<Ops>(e3)};
-            const std::int32_t nan = FirstOf<Ops>(bits, at);
-            const std::int32_t before = nan < k ? 0 : (nan - k) / kLanes;
-            if (before >= 1) tracker.template Take<0>(e0);
-            if (before >= 2) tracker.template Take<1>(e1);
-            if (before >= 3) tracker.template Take<2>(e2);
-            taken = k + before * kLanes;
-            return nan;
-        }
+    using V = typename Ops::V;
+    decltype(Ops::Unordered(V{}, V{})) nan{};
+    const auto group = [&](std::int32_t a0, std::int32_t a1, std::int32_t a2, std::int32_t a3) {
+        const auto load = [p](std::int32_t at) { return kTestNaN ? Ops::Held(Ops::Load(p + at)) : Ops::Load(p + at); };
+        const V e0 = load(a0), e1 = load(a1), e2 = load(a2), e3 = load(a3);
+        if constexpr (kTestNaN) nan = nan | (Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3));
         tracker.template Take<0>(e0);
         tracker.template Take<1>(e1);
         tracker.template Take<2>(e2);
         tracker.template Take<3>(e3);
-        k += G::kLength;
-    } while (whole);
-    taken = n;
-    return n;
+    };
+    std::int32_t k = 0;
+    for (; G::Whole(k, n); k += G::kLength) group(k, k + G::kLanes, k + 2 * G::kLanes, k + 3 * G::kLanes);
+    group(G::template At<0>(k, n), G::template At<1>(k, n), G::template At<2>(k, n), n - G::kLanes);
+    return kTestNaN && Ops::Any(nan);
+}
+
+// TakeStretch up to the first NaN of p[0, n): answers where that NaN lies,
+// or n; `taken` is where the vectors taken end. NaN is rare, so the stretch
+// is taken whole with one test at its end, and a stretch that holds one is
+// taken again from the chains as they were, up to the vectors wholly in
+// front of it, from L1. A test per group of vectors, with its branch, slows
+// a loop that waits on memory by a fifth.
+template <class Ops, class Tracker>
+[[gnu::always_inline]] inline std::int32_t TakeStretchToNaN(Tracker& tracker, const typename Ops::Element* p,
+                                                             std::int32_t n, std::int32_t& taken) {
+    using V = typename Ops::V;
+    const Tracker before = tracker;
+    if (!TakeStretch<Ops, true>(tracker, p, n)) [[likely]] {
+        taken = n;
+        return n;
+    }
+    tracker = before;
+    const std::int32_t nan = FirstSelectedIn<Ops>(p, n, [](V e) { return e != e; });
+    taken = nan / Ops::kLanes * Ops::kLanes;
+    if (taken > 0) TakeStretch<Ops>(tracker, p, taken);
+    return nan;
 }
 
 // A range of n elements at p, from one vector to kCount of them and at most

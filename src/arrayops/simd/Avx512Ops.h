@@ -72,7 +72,17 @@ struct Ops : LaneBasics<Tag, T, 64> {
 
     template <class Mask>
     [[gnu::always_inline]] static bool Any(Mask mask) {
-        return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0;
+        if constexpr (std::is_integral_v<Mask>) return mask != 0;
+        else return _mm512_test_epi64_mask((__m512i)mask, (__m512i)mask) != 0;
+    }
+
+    // Lanes where a or b is NaN, in one compare, as bits in a mask register:
+    // the NaN tests of the scans that stop there run beside loops that wait
+    // on memory, and two compares and a spread into lanes cost them reach.
+    [[gnu::always_inline]] static auto Unordered(V a, V b) {
+        if constexpr (std::is_same_v<T, double>) return _mm512_cmp_pd_mask(a, b, _CMP_UNORD_Q);
+        else if constexpr (std::is_same_v<T, float>) return _mm512_cmp_ps_mask(a, b, _CMP_UNORD_Q);
+        else return Base::Unordered(a, b);
     }
 
     [[gnu::always_inline]] static V Held(V v) {

@@ -14,7 +14,8 @@
 // set), ByteBits (one bit per byte of a compare, lowest lane first) and
 // LaneBits (one bit per lane), and
 // replace Equal, InBand, Unordered and Held where the compiler's own forms
-// would fall back to scalar code or read memory twice. They may add
+// would fall back to scalar code or read memory twice. Unordered may answer
+// one bit per lane in a mask register rather than lanes; Any takes both. They may add
 // EqualBits (LaneBits of Equal in one step) and, with kLoadsPart, LoadPart.
 
 #include <cstdint>
