@@ -134,7 +134,7 @@ private:
         const Piece& piece = pieces_[k];
         const V m = Ops::Splat(middle);
         V least[kRecords];
-        const T floor = MeasureRecords(piece, least, Ops::Splat(std::numeric_limits<T>::infinity()),
+        const T floor = MeasureRecords(piece, mid, least, Ops::Splat(std::numeric_limits<T>::infinity()),
                                        [m](V e) { return Magnitude(e - m); },
                                        [](V a, V b) { return Ops::Lower(a, b); });
         if (!(floor < std::numeric_limits<T>::infinity())) return false;
@@ -182,7 +182,7 @@ private:
             return up < down ? up : down;
         };
         UV least[kRecords];
-        const U floor = MeasureRecords(piece, least, std::numeric_limits<U>::max() - UV{}, measure,
+        const U floor = MeasureRecords(piece, mid, least, std::numeric_limits<U>::max() - UV{}, measure,
                                        [](UV a, UV b) { return b < a ? b : a; });
         const UV floorLanes = floor - UV{};
         std::int32_t r = 0;
@@ -332,11 +332,27 @@ private:
     // lane into `least`, and the least of all. One read without a branch:
     // four chains, since one would wait on each minimum; the elements
     // behind the last whole vector measured one at a time in every lane.
+    //
+    // A record whose value range lies farther from `mid` than the nearer end
+    // of some record's range holds nothing that near, and is not read: those
+    // ends are elements, so that distance is reached. Its lanes stay `none`.
+    // A bucket's values mostly cross the middle in a few of its stretches.
     template <class D, class Measure, class Lower>
-    auto MeasureRecords(const Piece& piece, D (&least)[kRecords], D none, Measure measure, Lower lower) const {
+    auto MeasureRecords(const Piece& piece, double mid, D (&least)[kRecords], D none, Measure measure,
+                        Lower lower) const {
+        double reached = HUGE_VAL;
+        for (std::int32_t r = 0; r < piece.count; ++r) {
+            const Record& record = piece.records[r];
+            if (record.low > record.high) continue;
+            const double low = DistanceToMid(record.low, mid), high = DistanceToMid(record.high, mid);
+            const double nearerEnd = low < high ? low : high;
+            if (reached > nearerEnd) reached = nearerEnd;
+        }
         D all = none;
         std::uintptr_t ahead = ahead_;  // as in Pass
         for (std::int32_t r = 0; r < piece.count; ++r) {
+            least[r] = none;
+            if (LeastDistance(piece.records[r].low, piece.records[r].high, mid) > reached) continue;
             const T* p = y_ + piece.records[r].at;
             const std::int32_t n = piece.records[r].length;
             D l0 = none, l1 = none, l2 = none, l3 = none;
@@ -515,7 +531,7 @@ private:
                 __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
                 ahead += 128;
             }
-            if (Ops::Any(kFindNaN ? in | nan : in)) [[unlikely]] {
+            if (Ops::Any(in) | (kFindNaN && Ops::Any(nan))) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
                 bandLow = search.band.low;
