@@ -352,9 +352,15 @@ private:
         std::uintptr_t ahead = ahead_;  // as in Pass
         for (std::int32_t r = 0; r < piece.count; ++r) {
             least[r] = none;
-            if (LeastDistance(piece.records[r].low, piece.records[r].high, mid) > reached) continue;
             const T* p = y_ + piece.records[r].at;
             const std::int32_t n = piece.records[r].length;
+            if (LeastDistance(piece.records[r].low, piece.records[r].high, mid) > reached) {
+                // Its share of the lines asked for ahead is asked for all the same.
+                const std::uintptr_t share = ahead + static_cast<std::uintptr_t>(n) * sizeof(T) / 2;
+                for (; ahead < share && ahead < aheadEnd_; ahead += 64)
+                    __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
+                continue;
+            }
             D l0 = none, l1 = none, l2 = none, l3 = none;
             std::int32_t i = 0;
             for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
