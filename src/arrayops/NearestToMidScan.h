@@ -537,7 +537,7 @@ private:
                 __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
                 ahead += 128;
             }
-            if (Ops::Any(in) | (kFindNaN && Ops::Any(nan))) [[unlikely]] {
+            if (Ops::Any(in) || (kFindNaN && Ops::Any(nan))) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
                 bandLow = search.band.low;
