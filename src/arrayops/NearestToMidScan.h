@@ -119,9 +119,10 @@ private:
 
     // Floating types, when the middle is a T (as Max + Min halved nearly
     // always is): each record's least distance to it, lane by lane in the
-    // type's own lanes, in one read without a branch, and then the search
-    // only of the records that can reach the step above the least of all,
-    // L, with that step as the bound. A lane distance is the exact distance
+    // type's own lanes, in one read without a branch. Where the least of
+    // all, L, is exact (nearly always), the first element at it is the
+    // answer. Otherwise the records that can reach the step above L are
+    // searched with that step as the bound. A lane distance is the exact distance
     // rounded to T, and rounding keeps order: the element that gives L lies
     // less than half a step of T above L, in double too, so the search finds
     // it or a nearer one, first of equals first; an element whose lane
@@ -134,10 +135,11 @@ private:
         const Piece& piece = pieces_[k];
         const V m = Ops::Splat(middle);
         V least[kRecords];
-        const T floor = MeasureRecords(piece, mid, least, Ops::Splat(std::numeric_limits<T>::infinity()),
-                                       [m](V e) { return Magnitude(e - m); },
+        const auto measure = [m](V e) { return Magnitude(e - m); };
+        const T floor = MeasureRecords(piece, mid, least, Ops::Splat(std::numeric_limits<T>::infinity()), measure,
                                        [](V a, V b) { return Ops::Lower(a, b); });
         if (!(floor < std::numeric_limits<T>::infinity())) return false;
+        if (LaneDistanceIsExact(floor, mid)) return FirstAtFloor(piece, least, floor, measure, chosen);
         const T step = Step(floor, true);
         const V stepLanes = Ops::Splat(step);
         // No distance of DBL_MAX or more counts (a Double step above it is infinite).
@@ -149,6 +151,20 @@ private:
         if (at < 0) return false;
         chosen = at;
         return true;
+    }
+
+    // Whether every element whose lane distance is the least, `floor`, lies
+    // exactly that far from the middle: none is then nearer, and the first
+    // of them is the nearest, found without the search by bound. Double
+    // measures in the distance's own arithmetic. Single rounds e - m, but an
+    // element at most a quarter of |m| from m lies within half of m, where
+    // the difference of two floats is exact (Sterbenz), and an element whose
+    // exact distance is above floor measures above it (a float distance
+    // rounds to floor only from within half a step of it). Only a distance
+    // below DBL_MAX counts at all.
+    static bool LaneDistanceIsExact(T floor, double mid) {
+        if constexpr (sizeof(T) == sizeof(double)) return floor < DBL_MAX;
+        return floor == 0 || static_cast<double>(floor) <= std::fabs(mid) * 0.25;
     }
 
     // Integers of up to 32 bits, whose distances to the middle are exact in
@@ -184,23 +200,7 @@ private:
         UV least[kRecords];
         const U floor = MeasureRecords(piece, mid, least, std::numeric_limits<U>::max() - UV{}, measure,
                                        [](UV a, UV b) { return b < a ? b : a; });
-        const UV floorLanes = floor - UV{};
-        std::int32_t r = 0;
-        while (r < piece.count && !Ops::Any(least[r] == floorLanes)) ++r;
-        if (r == piece.count) return false;
-        const T* p = y_ + piece.records[r].at;
-        const std::int32_t n = piece.records[r].length;
-        if (n >= kLanes) {
-            chosen = piece.records[r].at + FirstSelectedIn<Ops>(p, n, [&](V e) { return measure(e) == floorLanes; });
-            return true;
-        }
-        for (std::int32_t i = 0; i < n; ++i) {
-            if (measure(Ops::Splat(p[i]))[0] == floor) {
-                chosen = piece.records[r].at + i;
-                return true;
-            }
-        }
-        return false;
+        return FirstAtFloor(piece, least, floor, measure, chosen);
     }
 
     // |v| lane by lane: the sign bit cleared, NaN left NaN.
@@ -327,6 +327,31 @@ private:
         std::int32_t chosen = -1;  // the nearest so far to the middle so far, and its distance
         double distance = DBL_MAX;
     };
+
+    // The first element of the piece whose lane measure is `floor`: the
+    // first record whose lanes reach it is searched for it. False when no
+    // record's lanes do.
+    template <class D, class Lane, class Measure>
+    bool FirstAtFloor(const Piece& piece, const D (&least)[kRecords], Lane floor, Measure measure,
+                      std::int32_t& chosen) const {
+        const D floorLanes = floor - D{};
+        std::int32_t r = 0;
+        while (r < piece.count && !Ops::Any(least[r] == floorLanes)) ++r;
+        if (r == piece.count) return false;
+        const T* p = y_ + piece.records[r].at;
+        const std::int32_t n = piece.records[r].length;
+        if (n >= kLanes) {
+            chosen = piece.records[r].at + FirstSelectedIn<Ops>(p, n, [&](V e) { return measure(e) == floorLanes; });
+            return true;
+        }
+        for (std::int32_t i = 0; i < n; ++i) {
+            if (measure(Ops::Splat(p[i]))[0] == floor) {
+                chosen = piece.records[r].at + i;
+                return true;
+            }
+        }
+        return false;
+    }
 
     // Each record's least `measure` (a lane of D per lane of V) lane by
     // lane into `least`, and the least of all. One read without a branch:
