@@ -122,13 +122,14 @@ private:
     // type's own lanes, in one read without a branch. Where the least of
     // all, L, is exact (nearly always), the first element at it is the
     // answer. Otherwise the records that can reach the step above L are
-    // searched with that step as the bound. A lane distance is the exact distance
-    // rounded to T, and rounding keeps order: the element that gives L lies
-    // less than half a step of T above L, in double too, so the search finds
-    // it or a nearer one, first of equals first; an element whose lane
-    // distance is above the step lies at least that step away in double,
-    // and a bound it does not beat cannot take it. False, with nothing
-    // chosen, when the middle is no T or no distance is below DBL_MAX.
+    // searched with that step as the bound. A lane distance is the exact
+    // distance rounded to T, and rounding keeps order: the element that
+    // gives L lies less than half a step of T above L, in double too, so the
+    // search finds it or a nearer one, first of equals first; an element
+    // whose lane distance is above the step lies at least that step away in
+    // double, and a bound it does not beat cannot take it. False, with
+    // nothing chosen, when the middle is no T or no distance is below
+    // DBL_MAX.
     bool SearchFromLeastDistance(std::int32_t k, double mid, std::int32_t& chosen) {
         const T middle = static_cast<T>(mid);
         if (!(static_cast<double>(middle) == mid)) return false;
