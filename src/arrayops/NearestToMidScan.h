@@ -59,7 +59,7 @@ public:
     static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
         std::int64_t total = 0;
         for (std::int32_t k = 0; k < pieces.count; ++k) total += pieces.end[k] - pieces.start[k];
-        if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces, total);
+        if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces);
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         const std::int32_t read = scan.ReadPieces(pieces, answer, &NearestToMidScan::Speculate);
@@ -70,6 +70,7 @@ public:
 
 private:
     static constexpr std::int64_t kCachedBytes = 256 * 1024;
+    static constexpr std::int64_t kL1Bytes = 32 * 1024;  // the L1 data cache of most x86-64 cores
 
     // Reads the pieces in order with `read(k, start, end)`, which answers
     // where it stopped (short of the end only in front of a NaN, which ends
@@ -95,16 +96,21 @@ private:
     // lanes and search only where the least distance lies; what they leave
     // (64-bit integers and rare cases) searches the stretch that can come
     // nearest first, and the others only where their values can come as near.
-    static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces, std::int64_t total) {
+    static NearestAnswer RunFromCache(const T* y, const ScanPieces& pieces) {
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         const std::int32_t read = scan.ReadPieces(pieces, answer, &NearestToMidScan::TakeRanges);
         answer.mid = Midpoint(scan.max_, scan.min_);
         // While the search runs from cache, memory would idle: the caller
         // walks on from where this range ends, so those lines are asked for
-        // meanwhile (a prefetch is a hint; it never faults).
+        // meanwhile (a prefetch is a hint; it never faults), at most half
+        // as many bytes as were read. Only when those fit in L1: a search
+        // that reads from L2 needs the miss buffers that prefetches from
+        // memory hold for a hundred nanoseconds, and slowed by them it
+        // costs more than they save.
+        const std::int64_t bytes = scan.BytesRead(read);
         scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
-        scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(total * static_cast<std::int64_t>(sizeof(T)) / 2);
+        scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(bytes <= kL1Bytes ? bytes / 2 : 0);
         for (std::int32_t k = 0; k < read; ++k) {
             if constexpr (std::is_floating_point_v<T>) {
                 if (scan.SearchFromLeastDistance(k, answer.mid, answer.chosen[k])) continue;
@@ -115,6 +121,14 @@ private:
             scan.Settle(k, answer.mid, answer.chosen[k]);
         }
         return answer;
+    }
+
+    // What the records of the first `read` pieces cover.
+    std::int64_t BytesRead(std::int32_t read) const {
+        std::int64_t elements = 0;
+        for (std::int32_t k = 0; k < read; ++k)
+            for (std::int32_t r = 0; r < pieces_[k].count; ++r) elements += pieces_[k].records[r].length;
+        return elements * static_cast<std::int64_t>(sizeof(T));
     }
 
     // Floating types, when the middle is a T (as Max + Min halved nearly
