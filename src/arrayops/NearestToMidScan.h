@@ -104,10 +104,10 @@ private:
         // While the search runs from cache, memory would idle: the caller
         // walks on from where this range ends, so those lines are asked for
         // meanwhile (a prefetch is a hint; it never faults), at most half
-        // as many bytes as were read. Only when those fit in L1: a search
-        // that reads from L2 needs the miss buffers that prefetches from
-        // memory hold for a hundred nanoseconds, and slowed by them it
-        // costs more than they save.
+        // as many bytes as were read. Only when those fit in L1: measured,
+        // a search that reads from L2 waits on the prefetches (most likely
+        // for the miss buffers they hold for a whole memory latency) and
+        // loses more than they save the next range.
         const std::int64_t bytes = scan.BytesRead(read);
         scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
         scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(bytes <= kL1Bytes ? bytes / 2 : 0);
