@@ -4,10 +4,7 @@
 // Linear, Uneven and ring layouts, the five modes, Double and Single Y, next
 // to the summing baseline over the same Y array.
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -26,26 +23,6 @@ namespace bench {
 namespace {
 
 constexpr std::int32_t kViewportWidth = 1920;
-
-
-// The random walk of the other benchmarks with NaN runs of 1 to 199 points
-// laid over it until 1 % of the points are NaN.
-template <class YT>
-const YT* WalkWithGaps(std::int32_t) {
-    static const std::vector<YT> y = [] {
-        const std::int64_t n = SeriesPoints();
-        const double* walk = Walk<double>(SeriesPoints());
-        std::vector<YT> v(walk, walk + n);
-        std::mt19937_64 rng(17);
-        for (std::int64_t gaps = 0; gaps < n / 100;) {
-            const std::int64_t at = static_cast<std::int64_t>(rng() % static_cast<std::uint64_t>(n));
-            const std::int64_t length = 1 + static_cast<std::int64_t>(rng() % 199);
-            for (std::int64_t i = at; i < std::min(n, at + length); ++i, ++gaps) v[static_cast<std::size_t>(i)] = NAN;
-        }
-        return v;
-    }();
-    return y.data();
-}
 
 struct Layout {
     const char* name;

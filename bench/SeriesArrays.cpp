@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <random>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -115,10 +116,26 @@ const YT* Walk(std::int32_t n) {
     });
 }
 
+template <class YT>
+const YT* WalkWithGaps(std::int32_t n) {
+    return MadeOnce<YT>(n, [](YT* v, std::int32_t count) {
+        const double* walk = Walk<double>(count);
+        std::copy(walk, walk + count, v);
+        std::mt19937_64 rng(17);
+        for (std::int64_t gaps = 0; gaps < count / 100;) {
+            const std::int64_t at = static_cast<std::int64_t>(rng() % static_cast<std::uint64_t>(count));
+            const std::int64_t length = 1 + static_cast<std::int64_t>(rng() % 199);
+            for (std::int64_t i = at; i < std::min<std::int64_t>(count, at + length); ++i, ++gaps) v[i] = NAN;
+        }
+    });
+}
+
 template const double* Walk<double>(std::int32_t);
 template const float* Walk<float>(std::int32_t);
 template const std::int32_t* Walk<std::int32_t>(std::int32_t);
 template const std::int16_t* Walk<std::int16_t>(std::int32_t);
 template const std::uint8_t* Walk<std::uint8_t>(std::int32_t);
+template const double* WalkWithGaps<double>(std::int32_t);
+template const float* WalkWithGaps<float>(std::int32_t);
 
 }  // namespace bench

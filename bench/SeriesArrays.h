@@ -22,4 +22,10 @@ const double* UnevenX();              // jittered spacing with a hole of 2 % of 
 template <class YT>
 const YT* Walk(std::int32_t n);
 
+// Walk<YT> of n points with NaN runs of 1 to 199 points laid over it until
+// 1 % of the points are NaN: the series of the NaN-aware runs. Defined for
+// double and float.
+template <class YT>
+const YT* WalkWithGaps(std::int32_t n);
+
 }  // namespace bench

@@ -1,0 +1,105 @@
+// quillmap_ab: this tree's library against a variant of it (another commit,
+// built by tools/ab-compare.sh) on one whole-run case, in one process. The
+// whole-run benchmarks drift between speed phases of the machine by more
+// than most changes are worth; here the two libraries and the summing loop
+// take turns, round by round, and the median of the per-round differences
+// resolves a few hundredths of the summing loop's time.
+//
+//   quillmap_ab <Double|Single> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
+//
+// With NaN the series has NaN gaps (as in quillmap_nan_resampling_bench)
+// and the run takes the NaN-aware path.
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "AbCase.h"
+#include "SeriesArrays.h"
+#include "SumBaseline.h"
+
+namespace {
+
+volatile double gSink;
+
+// The best of three, in ms: a single run catches a burst of noise too often.
+template <class F>
+double BestOfThree(F&& run) {
+    double best = 1e300;
+    for (int k = 0; k < 3; ++k) {
+        const auto start = std::chrono::steady_clock::now();
+        run();
+        best = std::min(best, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    }
+    return best;
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+int Index(const char* word, std::initializer_list<const char*> words) {
+    int k = 0;
+    for (const char* w : words) {
+        if (std::strcmp(word, w) == 0) return k;
+        ++k;
+    }
+    return -1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int type = argc > 3 ? Index(argv[1], {"Double", "Single"}) : -1;
+    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring"}) : -1;
+    const int mode = argc > 3 ? Index(argv[3], {"MinMax", "Min", "Max", "Mid", "MinOrMax"}) : -1;
+    const bool nan = argc > 4 && std::strcmp(argv[4], "NaN") == 0;
+    const int rounds = argc > 4 + nan ? std::atoi(argv[4 + nan]) : 11;
+    if (type < 0 || layout < 0 || mode < 0 || rounds < 1) {
+        std::fprintf(stderr, "usage: %s <Double|Single> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]\n",
+                     argv[0]);
+        return 2;
+    }
+    const std::int32_t n = bench::SeriesPoints();
+    bench::AbCase c{};
+    c.single = type == 1;
+    c.data = layout == 1 ? 2 : 0;
+    c.ring = layout == 2;
+    c.hasNaN = nan;
+    c.mode = mode + 1;
+    c.x = c.ring ? bench::RingX() : layout == 1 ? bench::UnevenX() : bench::EvenX(n);
+    c.points = n;
+    c.baseIndex = bench::RingBaseIndex();
+    if (c.single)
+        c.y = nan ? bench::WalkWithGaps<float>(n) : bench::Walk<float>(n);
+    else
+        c.y = nan ? bench::WalkWithGaps<double>(n) : bench::Walk<double>(n);
+    const auto sum = [&] {
+        gSink = c.single ? bench::SumAll(static_cast<const float*>(c.y), static_cast<std::size_t>(n))
+                         : bench::SumAll(static_cast<const double*>(c.y), static_cast<std::size_t>(n));
+    };
+    const bool same = QmAbRunA(c) == QmAbRunB(c);
+    std::printf("%s/%s/%s%s, %d points: A is this tree, B the variant; time / summing loop's\n", argv[1], argv[2],
+                argv[3], nan ? "/NaN" : "", n);
+    std::vector<double> a, b, difference;
+    for (int round = 0; round < rounds; ++round) {
+        // The order alternates, so that neither always runs right after the sum.
+        const double base = BestOfThree(sum);
+        double first = BestOfThree([&] { gSink = static_cast<double>(round % 2 ? QmAbRunB(c) : QmAbRunA(c)); }) / base;
+        double second = BestOfThree([&] { gSink = static_cast<double>(round % 2 ? QmAbRunA(c) : QmAbRunB(c)); }) / base;
+        if (round % 2) std::swap(first, second);
+        a.push_back(first);
+        b.push_back(second);
+        difference.push_back(second - first);
+        std::printf("  round %2d: sum %6.2f ms (%5.1f GB/s)  A %.3f  B %.3f  B - A %+.3f\n", round + 1, base,
+                    static_cast<double>(n) * (c.single ? 4 : 8) / base / 1e6, first, second, second - first);
+    }
+    std::printf("median: A %.3f  B %.3f  B - A %+.3f%s\n", Median(a), Median(b), Median(difference),
+                same ? "" : "  (THE ANSWERS DIFFER)");
+    return same ? 0 : 1;
+}

@@ -1,0 +1,40 @@
+// The run of an AbCase through the engine of whichever library this file is
+// compiled against: as QmAbRunA against this tree, and as QmAbRunB against
+// the variant's headers with its namespace renamed (-Dqm=qmv), so that both
+// libraries link into one program.
+
+#include <vector>
+
+#include "AbCase.h"
+#include "resampling/ExtremeResampler.h"
+
+namespace {
+
+template <class TY>
+std::int64_t Run(const bench::AbCase& c) {
+    static const qm::ExtremeResampler<double, TY> engine;
+    static qm::IntVector indices;
+    static std::vector<double> outX, outY;
+    qm::ResamplingArgs args{};
+    args.Data = c.data;
+    args.EndIndex = c.points - 1;
+    args.ViewportWidth = 1920;
+    args.MinXInclusive = c.data == 2 ? c.x[0] : 0.0;
+    args.MaxXInclusive = c.data == 2 ? c.x[c.points - 1] : c.points - 1.0;
+    args.InputSize = c.points;
+    args.InputBaseIndex = c.ring ? c.baseIndex : 0;
+    args.HasNaN = c.hasNaN;
+    indices.Clear();
+    const TY* y = static_cast<const TY*>(c.y);
+    const std::int32_t count = engine.UpdateIndices(indices, c.x, y, c.mode, args);
+    outX.resize(static_cast<std::size_t>(count));
+    outY.resize(static_cast<std::size_t>(count));
+    engine.Execute(c.x, y, outX.data(), outY.data(), indices, c.mode, args);
+    std::int64_t hash = count;
+    for (std::int32_t i = 0; i < indices.size(); ++i) hash = hash * 31 + indices[i];
+    return hash;
+}
+
+}  // namespace
+
+extern "C" std::int64_t QM_AB_RUNNER(const bench::AbCase& c) { return c.single ? Run<float>(c) : Run<double>(c); }
