@@ -5,43 +5,62 @@
 
 namespace qm {
 
+namespace {
+
+// The chosen ISA's scans for a read of [start, end): the streaming ones
+// where that read comes from memory and they are faster there.
+template <class T>
+struct ScansOfRead {
+    ScansOfRead(std::int32_t start, std::int32_t end)
+        : table(simd::ActiveScans<T>()),
+          streaming(simd::StreamsUnaligned((static_cast<std::int64_t>(end) - start) * static_cast<std::int64_t>(sizeof(T)))) {}
+    auto Min() const { return streaming ? table.minStreaming : table.min; }
+    auto Max() const { return streaming ? table.maxStreaming : table.max; }
+    auto MinMax() const { return streaming ? table.minMaxStreaming : table.minMax; }
+
+    const ScanTable<T>& table;
+    bool streaming;
+};
+
+}  // namespace
+
 // The forms without an index run the indexed loops with a position of their
 // own, which they drop.
 
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min,
                                     std::int32_t& minIndex) const {
-    simd::ActiveScans<T>().min(data, start, end, min, minIndex);
+    ScansOfRead<T>(start, end).Min()(data, start, end, min, minIndex);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min) const {
     std::int32_t unused = -1;
-    simd::ActiveScans<T>().min(data, start, end, min, unused);
+    ScansOfRead<T>(start, end).Min()(data, start, end, min, unused);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max,
                                     std::int32_t& maxIndex) const {
-    simd::ActiveScans<T>().max(data, start, end, max, maxIndex);
+    ScansOfRead<T>(start, end).Max()(data, start, end, max, maxIndex);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max) const {
     std::int32_t unused = -1;
-    simd::ActiveScans<T>().max(data, start, end, max, unused);
+    ScansOfRead<T>(start, end).Max()(data, start, end, max, unused);
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end,
                                        MinMaxPointSearchResult<T>& result) const {
-    simd::ActiveScans<T>().minMax(data, start, end, result);
+    ScansOfRead<T>(start, end).MinMax()(data, start, end, result);
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end, T& min, T& max) const {
     MinMaxPointSearchResult<T> result{-1, -1, min, max};
-    simd::ActiveScans<T>().minMax(data, start, end, result);
+    ScansOfRead<T>(start, end).MinMax()(data, start, end, result);
     min = result.Min;
     max = result.Max;
 }

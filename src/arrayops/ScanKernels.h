@@ -69,7 +69,8 @@ inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(4096 / sizeof
 // The length of the first of a range's stretches of `stretch` elements (a
 // whole number of cache lines), cut so that every later one starts on a
 // cache line: a vector load that straddles two lines costs a 64-byte ISA
-// about a third of its memory bandwidth, and arrays from a managed heap or
+// about a third of its memory bandwidth on most processors (not all: see
+// the streaming scans of ScanTable.h), and arrays from a managed heap or
 // malloc seldom start on a line. An address that is no multiple of the
 // element's size can never be aligned, and keeps whole stretches.
 template <class T>
@@ -422,8 +423,9 @@ template <class Ops, std::size_t kCount, bool kStopAtNaN, bool kPart = false, cl
 // The scan of [start, end), or of the part of it in front of its first NaN
 // when kStopAtNaN; returns where it stopped (end, or that NaN's position).
 // Positions never pass `end`, so no index wraps even for ranges that end at
-// the largest int32.
-template <class Ops, bool kStopAtNaN, class Tracker, class T>
+// the largest int32. With kOnLines the stretches after the first start on
+// cache lines; without, every stretch is whole (the streaming scans).
+template <class Ops, bool kStopAtNaN, bool kOnLines = true, class Tracker, class T>
 [[gnu::always_inline]] inline std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     constexpr std::int32_t kLanes = Ops::kLanes;
     if (static_cast<std::int64_t>(end) - start < kLanes) {
@@ -452,7 +454,7 @@ template <class Ops, bool kStopAtNaN, class Tracker, class T>
     }
     tracker.Start();
     std::int32_t i = start;
-    std::int32_t stretch = FirstStretchLength(data + start, kStretch<T>);
+    std::int32_t stretch = kOnLines ? FirstStretchLength(data + start, kStretch<T>) : kStretch<T>;
     do {
         const std::int32_t n = end - i > stretch ? stretch : end - i;
         stretch = kStretch<T>;
@@ -498,28 +500,28 @@ template <class Ops>
 struct ScanEntries {
     using T = typename Ops::Element;
 
-    template <bool kStopAtNaN>
+    template <bool kStopAtNaN, bool kOnLines = true>
     static std::int32_t Min(const T* data, std::int32_t start, std::int32_t end, T& min, std::int32_t& minIndex) {
         MinScan<Ops> tracker{{min, minIndex}};
-        const std::int32_t stop = Run<Ops, kStopAtNaN>(tracker, data, start, end);
+        const std::int32_t stop = Run<Ops, kStopAtNaN, kOnLines>(tracker, data, start, end);
         min = tracker.side.value;
         minIndex = tracker.side.index;
         return stop;
     }
 
-    template <bool kStopAtNaN>
+    template <bool kStopAtNaN, bool kOnLines = true>
     static std::int32_t Max(const T* data, std::int32_t start, std::int32_t end, T& max, std::int32_t& maxIndex) {
         MaxScan<Ops> tracker{{max, maxIndex}};
-        const std::int32_t stop = Run<Ops, kStopAtNaN>(tracker, data, start, end);
+        const std::int32_t stop = Run<Ops, kStopAtNaN, kOnLines>(tracker, data, start, end);
         max = tracker.side.value;
         maxIndex = tracker.side.index;
         return stop;
     }
 
-    template <bool kStopAtNaN>
+    template <bool kStopAtNaN, bool kOnLines = true>
     static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end, MinMaxPointSearchResult<T>& result) {
         MinMaxScan<Ops> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
-        const std::int32_t stop = Run<Ops, kStopAtNaN>(tracker, data, start, end);
+        const std::int32_t stop = Run<Ops, kStopAtNaN, kOnLines>(tracker, data, start, end);
         result.MinIndex = tracker.min.index;
         result.MaxIndex = tracker.max.index;
         if constexpr (sizeof(T) >= 4) {

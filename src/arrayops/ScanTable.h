@@ -46,6 +46,14 @@ struct ScanTable {
     Nearest nearestToMidToNaN;
     // The first position of [start, end) that is not NaN, or end.
     std::int32_t (*firstNumber)(const T* data, std::int32_t start, std::int32_t end);
+    // min, max and minMax with every stretch whole, so that their loads
+    // straddle cache lines wherever the range does not start on one: from
+    // memory faster on some processors, from cache slower on all. Reads
+    // from memory take them where they are faster (simd::StreamsUnaligned);
+    // an ISA without such processors gives min, max and minMax here.
+    Extreme minStreaming;
+    Extreme maxStreaming;
+    Both minMaxStreaming;
 };
 
 }  // namespace qm

@@ -3,8 +3,9 @@
 // break a vectorised scan (ties, NaN runs, both zeros and infinities, late
 // extremes, ramps, runs of one value, sums that overflow or wrap). Faults
 // caught: a scan that differs from the plain walk in value, index, tie or
-// seed (lengths around every unroll boundary, unaligned starts, ranges that
-// end at an unreadable page or at the largest int32); a Mid pick other than
+// seed (lengths around every unroll boundary, unaligned starts, the
+// streaming scans whose loads straddle lines, ranges that end at an
+// unreadable page or at the largest int32); a Mid pick other than
 // the plain rule's (the first strictly nearest point to the middle formed in
 // TY, each piece of a wrapped ring on its own, the NaN-aware variant stopping
 // at the first NaN, past the seam too); a lookup that differs from std::find
@@ -134,11 +135,18 @@ void ExpectPlainWalk(const T* d, std::int32_t s, std::int32_t e, const Extremes<
     ops.Min(d, s, e, plain.lo), ops.Max(d, s, e, plain.hi), ops.MinMax(d, s, e, both.lo, both.hi);
     MinMaxPointSearchResult<T> r{seed.loAt, seed.hiAt, seed.lo, seed.hi};
     ops.MinMax(d, s, e, r);
-    // In order: Min and Max with index, the MinMax record, Min and Max, MinMax.
-    EXPECT_EQ((std::vector{Shown(indexed), Shown(Extremes<T>{r.Min, r.MinIndex, r.Max, r.MaxIndex, e}), Shown(plain), Shown(both)}),
-              (std::vector{Shown(want), Shown(want), Shown(values), Shown(values)}));
+    // The streaming scans, whose loads straddle cache lines.
+    const ScanTable<T>& scans = simd::ActiveScans<T>();
+    Extremes<T> streamed = seed;
+    streamed.stop = e;
+    scans.minStreaming(d, s, e, streamed.lo, streamed.loAt), scans.maxStreaming(d, s, e, streamed.hi, streamed.hiAt);
+    MinMaxPointSearchResult<T> streamedRecord{seed.loAt, seed.hiAt, seed.lo, seed.hi};
+    scans.minMaxStreaming(d, s, e, streamedRecord);
+    // In order: Min and Max with index, the MinMax record, Min and Max, MinMax, and the streaming ones.
+    EXPECT_EQ((std::vector{Shown(indexed), Shown(Extremes<T>{r.Min, r.MinIndex, r.Max, r.MaxIndex, e}), Shown(plain), Shown(both),
+                           Shown(streamed), Shown(Extremes<T>{streamedRecord.Min, streamedRecord.MinIndex, streamedRecord.Max, streamedRecord.MaxIndex, e})}),
+              (std::vector{Shown(want), Shown(want), Shown(values), Shown(values), Shown(want), Shown(want)}));
     if constexpr (std::is_floating_point_v<T>) {
-        const ScanTable<T>& scans = simd::ActiveScans<T>();
         const Extremes<T> toNaN = Walk(d, s, e, seed, true);
         Extremes<T> apart = seed;
         apart.stop = scans.minToNaN(d, s, e, apart.lo, apart.loAt);

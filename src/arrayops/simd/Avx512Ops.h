@@ -58,6 +58,8 @@ struct Ops : LaneBasics<Tag, T, 64> {
     }
 
     static constexpr bool kLoadsPart = true;
+    // Zen 4 runs a 64-byte load as two 32-byte halves (IsaChoice.cpp).
+    static constexpr bool kMayStreamUnaligned = true;
 
     // The n elements at p, 0 < n < kLanes, and p[0] in the lanes past them:
     // the masked load neither reads nor faults past p + n.

@@ -4,6 +4,7 @@
 // only: nothing here is exported.
 
 #include <atomic>
+#include <cstdint>
 
 #include "arrayops/simd/IsaScans.h"
 
@@ -16,6 +17,11 @@ bool IsaSupported(Isa isa);
 Isa ActiveIsa();
 // Returns false, and changes nothing, for an ISA the processor lacks.
 bool ForceIsa(Isa isa);
+// Whether a read of `bytes` (one scan, or a bucket walk's whole series)
+// takes the streaming scans of the chosen ISA's tables (ScanTable.h): where
+// it comes from memory, on a processor that reads memory faster with loads
+// that straddle cache lines.
+bool StreamsUnaligned(std::int64_t bytes);
 const char* IsaName(Isa isa);
 
 // The tables of the chosen ISA, null until the first use chooses. Constant-

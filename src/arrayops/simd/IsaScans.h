@@ -44,7 +44,15 @@ constexpr ScanTable<T> MakeTable() {
                        nullptr,
                        nullptr,
                        nullptr,
-                       nullptr};
+                       nullptr,
+                       &Entries::template Min<false>,
+                       &Entries::template Max<false>,
+                       &Entries::template MinMax<false>};
+    if constexpr (OPS<T>::kMayStreamUnaligned) {
+        table.minStreaming = &Entries::template Min<false, false>;
+        table.maxStreaming = &Entries::template Max<false, false>;
+        table.minMaxStreaming = &Entries::template MinMax<false, false>;
+    }
     if constexpr (std::is_floating_point_v<T>) {
         table.minToNaN = &Entries::template Min<true>;
         table.maxToNaN = &Entries::template Max<true>;

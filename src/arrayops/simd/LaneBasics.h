@@ -36,6 +36,9 @@ struct LaneBasics {
     // Whether LoadPart exists: a load of fewer than kLanes elements that
     // reads nothing past them (a masked load).
     static constexpr bool kLoadsPart = false;
+    // Whether some processors with this ISA read memory faster through
+    // loads that straddle cache lines (ScanTable's streaming scans).
+    static constexpr bool kMayStreamUnaligned = false;
 
     [[gnu::always_inline]] static V Load(const T* p) {
         V v;
