@@ -7,8 +7,11 @@
 
 namespace bench {
 
+// The Y types of the whole-run benchmarks, in their order there.
+enum class AbY : std::int32_t { Double, Single, Int32, Int16, Byte };
+
 struct AbCase {
-    bool single;  // Single Y, else Double
+    AbY type;
     std::int32_t data;  // Linear 0, UnevenlySpaced 2
     bool ring;
     bool hasNaN;

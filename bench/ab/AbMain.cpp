@@ -5,10 +5,10 @@
 // take turns, round by round, and the median of the per-round differences
 // resolves a few hundredths of the summing loop's time.
 //
-//   quillmap_ab <Double|Single> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
+//   quillmap_ab <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
 //
-// With NaN the series has NaN gaps (as in quillmap_nan_resampling_bench)
-// and the run takes the NaN-aware path.
+// With NaN (Double and Single) the series has NaN gaps (as in
+// quillmap_nan_resampling_bench) and the run takes the NaN-aware path.
 
 #include <algorithm>
 #include <chrono>
@@ -16,6 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "AbCase.h"
@@ -43,6 +44,18 @@ double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
+// The series and the summing loop of one Y type.
+template <class T>
+void Prepare(bench::AbCase& c, bool nan, double (*&sum)(const void*, std::int32_t)) {
+    if constexpr (std::is_floating_point_v<T>)
+        c.y = nan ? bench::WalkWithGaps<T>(c.points) : bench::Walk<T>(c.points);
+    else
+        c.y = bench::Walk<T>(c.points);
+    sum = [](const void* y, std::int32_t n) {
+        return static_cast<double>(bench::SumAll(static_cast<const T*>(y), static_cast<std::size_t>(n)));
+    };
+}
+
 int Index(const char* word, std::initializer_list<const char*> words) {
     int k = 0;
     for (const char* w : words) {
@@ -55,19 +68,21 @@ int Index(const char* word, std::initializer_list<const char*> words) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const int type = argc > 3 ? Index(argv[1], {"Double", "Single"}) : -1;
+    const int type = argc > 3 ? Index(argv[1], {"Double", "Single", "Int32", "Int16", "Byte"}) : -1;
     const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring"}) : -1;
     const int mode = argc > 3 ? Index(argv[3], {"MinMax", "Min", "Max", "Mid", "MinOrMax"}) : -1;
     const bool nan = argc > 4 && std::strcmp(argv[4], "NaN") == 0;
     const int rounds = argc > 4 + nan ? std::atoi(argv[4 + nan]) : 11;
-    if (type < 0 || layout < 0 || mode < 0 || rounds < 1) {
-        std::fprintf(stderr, "usage: %s <Double|Single> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]\n",
+    if (type < 0 || layout < 0 || mode < 0 || rounds < 1 || (nan && type > 1)) {
+        std::fprintf(stderr,
+                     "usage: %s <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] "
+                     "[rounds]\n(NaN with Double and Single only)\n",
                      argv[0]);
         return 2;
     }
     const std::int32_t n = bench::SeriesPoints();
     bench::AbCase c{};
-    c.single = type == 1;
+    c.type = static_cast<bench::AbY>(type);
     c.data = layout == 1 ? 2 : 0;
     c.ring = layout == 2;
     c.hasNaN = nan;
@@ -75,17 +90,28 @@ int main(int argc, char** argv) {
     c.x = c.ring ? bench::RingX() : layout == 1 ? bench::UnevenX() : bench::EvenX(n);
     c.points = n;
     c.baseIndex = bench::RingBaseIndex();
-    if (c.single)
-        c.y = nan ? bench::WalkWithGaps<float>(n) : bench::Walk<float>(n);
-    else
-        c.y = nan ? bench::WalkWithGaps<double>(n) : bench::Walk<double>(n);
-    const auto sum = [&] {
-        gSink = c.single ? bench::SumAll(static_cast<const float*>(c.y), static_cast<std::size_t>(n))
-                         : bench::SumAll(static_cast<const double*>(c.y), static_cast<std::size_t>(n));
-    };
+    double (*sumOf)(const void*, std::int32_t) = nullptr;
+    switch (c.type) {
+        case bench::AbY::Single:
+            Prepare<float>(c, nan, sumOf);
+            break;
+        case bench::AbY::Int32:
+            Prepare<std::int32_t>(c, nan, sumOf);
+            break;
+        case bench::AbY::Int16:
+            Prepare<std::int16_t>(c, nan, sumOf);
+            break;
+        case bench::AbY::Byte:
+            Prepare<std::uint8_t>(c, nan, sumOf);
+            break;
+        default:
+            Prepare<double>(c, nan, sumOf);
+    }
+    const auto sum = [&] { gSink = sumOf(c.y, n); };
     const bool same = QmAbRunA(c) == QmAbRunB(c);
     std::printf("%s/%s/%s%s, %d points: A is this tree, B the variant; time / summing loop's\n", argv[1], argv[2],
                 argv[3], nan ? "/NaN" : "", n);
+    constexpr int kBytes[] = {8, 4, 4, 2, 1};
     std::vector<double> a, b, difference;
     for (int round = 0; round < rounds; ++round) {
         // The order alternates, so that neither always runs right after the sum.
@@ -97,7 +123,7 @@ int main(int argc, char** argv) {
         b.push_back(second);
         difference.push_back(second - first);
         std::printf("  round %2d: sum %6.2f ms (%5.1f GB/s)  A %.3f  B %.3f  B - A %+.3f\n", round + 1, base,
-                    static_cast<double>(n) * (c.single ? 4 : 8) / base / 1e6, first, second, second - first);
+                    static_cast<double>(n) * kBytes[type] / base / 1e6, first, second, second - first);
     }
     std::printf("median: A %.3f  B %.3f  B - A %+.3f%s\n", Median(a), Median(b), Median(difference),
                 same ? "" : "  (THE ANSWERS DIFFER)");

@@ -37,4 +37,17 @@ std::int64_t Run(const bench::AbCase& c) {
 
 }  // namespace
 
-extern "C" std::int64_t QM_AB_RUNNER(const bench::AbCase& c) { return c.single ? Run<float>(c) : Run<double>(c); }
+extern "C" std::int64_t QM_AB_RUNNER(const bench::AbCase& c) {
+    switch (c.type) {
+        case bench::AbY::Single:
+            return Run<float>(c);
+        case bench::AbY::Int32:
+            return Run<std::int32_t>(c);
+        case bench::AbY::Int16:
+            return Run<std::int16_t>(c);
+        case bench::AbY::Byte:
+            return Run<std::uint8_t>(c);
+        default:
+            return Run<double>(c);
+    }
+}

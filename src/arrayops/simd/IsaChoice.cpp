@@ -24,10 +24,11 @@ Isa Detect() {
 
 // Zen 4 (the AMD family 19h processors with AVX-512) runs a 64-byte load as
 // two 32-byte halves. Measured there, whole runs through the AVX-512 loops
-// that read memory with loads straddling two lines were 4 to 10 % faster
-// than with every stretch on a line (Double and Single MinMax, Min and Max;
-// plain, ring and uneven X), while scans of 32 Ki elements from cache were
-// 3 to 15 % slower; another EPYC read memory a third slower straddling.
+// that read memory with loads straddling two lines were 3 to 11 % faster
+// than with every stretch on a line (Double, Single, Int32, Int16 and Byte;
+// MinMax, Min and Max; plain, ring and uneven X), while scans of 32 Ki
+// elements from cache were 3 to 15 % slower; another EPYC read memory a
+// third slower straddling.
 bool StreamsUnalignedOn(Isa isa) {
 #if QM_X86_ISAS
     if (isa == Isa::Avx512) {
