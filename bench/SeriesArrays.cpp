@@ -4,8 +4,8 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
-#include <random>
 #include <memory>
+#include <random>
 #include <string>
 #include <type_traits>
 

@@ -7,20 +7,10 @@ namespace qm {
 
 namespace {
 
-// The chosen ISA's scans for a read of [start, end): the streaming ones
-// where that read comes from memory and they are faster there.
 template <class T>
-struct ScansOfRead {
-    ScansOfRead(std::int32_t start, std::int32_t end)
-        : table(simd::ActiveScans<T>()),
-          streaming(simd::StreamsUnaligned((static_cast<std::int64_t>(end) - start) * static_cast<std::int64_t>(sizeof(T)))) {}
-    auto Min() const { return streaming ? table.minStreaming : table.min; }
-    auto Max() const { return streaming ? table.maxStreaming : table.max; }
-    auto MinMax() const { return streaming ? table.minMaxStreaming : table.minMax; }
-
-    const ScanTable<T>& table;
-    bool streaming;
-};
+simd::ExtremeScans<T> ScansOf(std::int32_t start, std::int32_t end) {
+    return simd::ExtremeScansFor<T>(static_cast<std::int64_t>(end) - start);
+}
 
 }  // namespace
 
@@ -30,37 +20,37 @@ struct ScansOfRead {
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min,
                                     std::int32_t& minIndex) const {
-    ScansOfRead<T>(start, end).Min()(data, start, end, min, minIndex);
+    ScansOf<T>(start, end).min(data, start, end, min, minIndex);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Min(const T* data, std::int32_t start, std::int32_t end, T& min) const {
     std::int32_t unused = -1;
-    ScansOfRead<T>(start, end).Min()(data, start, end, min, unused);
+    ScansOf<T>(start, end).min(data, start, end, min, unused);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max,
                                     std::int32_t& maxIndex) const {
-    ScansOfRead<T>(start, end).Max()(data, start, end, max, maxIndex);
+    ScansOf<T>(start, end).max(data, start, end, max, maxIndex);
 }
 
 template <class T>
 void GenericArrayOperations<T>::Max(const T* data, std::int32_t start, std::int32_t end, T& max) const {
     std::int32_t unused = -1;
-    ScansOfRead<T>(start, end).Max()(data, start, end, max, unused);
+    ScansOf<T>(start, end).max(data, start, end, max, unused);
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end,
                                        MinMaxPointSearchResult<T>& result) const {
-    ScansOfRead<T>(start, end).MinMax()(data, start, end, result);
+    ScansOf<T>(start, end).minMax(data, start, end, result);
 }
 
 template <class T>
 void GenericArrayOperations<T>::MinMax(const T* data, std::int32_t start, std::int32_t end, T& min, T& max) const {
     MinMaxPointSearchResult<T> result{-1, -1, min, max};
-    ScansOfRead<T>(start, end).MinMax()(data, start, end, result);
+    ScansOf<T>(start, end).minMax(data, start, end, result);
     min = result.Min;
     max = result.Max;
 }

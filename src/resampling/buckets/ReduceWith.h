@@ -15,36 +15,34 @@
 
 namespace qm {
 
-
 // How a reduction reads its range. The bucket strategies scan through the
 // ArrayOperations they were given; when that is the library's own (it
 // always is, but for tests that bring another), the chosen ISA's kernels
 // are called directly, which spares each bucket a virtual call and the
-// lookup of the ISA; a walk over more Y than the caches hold (`walkBytes`)
-// takes the streaming scans where those are faster. The
-// Mid search, which the interface does not have, always runs the kernel.
-// Every scan answers where it stopped.
+// lookup of the ISA; those for a walk of `walkElements` are chosen once
+// (simd::ExtremeScansFor). The Mid search, which the interface does not
+// have, always runs the kernel. Every scan answers where it stopped.
 template <class TY>
 class ThroughOperations {
 public:
-    explicit ThroughOperations(const ArrayOperations<TY>& operations, std::int64_t walkBytes = 0)
+    explicit ThroughOperations(const ArrayOperations<TY>& operations, std::int64_t walkElements = 0)
         : operations_(operations),
           scans_(dynamic_cast<const GenericArrayOperations<TY>*>(&operations) != nullptr ? &simd::ActiveScans<TY>()
                                                                                           : nullptr),
-          streaming_(scans_ != nullptr && simd::StreamsUnaligned(walkBytes)) {}
+          extremes_(simd::ExtremeScansFor<TY>(walkElements)) {}
 
     std::int32_t Min(const TY* y, std::int32_t a, std::int32_t b, TY& value, std::int32_t& at) const {
-        if (scans_ != nullptr) return (streaming_ ? scans_->minStreaming : scans_->min)(y, a, b, value, at);
+        if (scans_ != nullptr) return extremes_.min(y, a, b, value, at);
         operations_.Min(y, a, b, value, at);
         return b;
     }
     std::int32_t Max(const TY* y, std::int32_t a, std::int32_t b, TY& value, std::int32_t& at) const {
-        if (scans_ != nullptr) return (streaming_ ? scans_->maxStreaming : scans_->max)(y, a, b, value, at);
+        if (scans_ != nullptr) return extremes_.max(y, a, b, value, at);
         operations_.Max(y, a, b, value, at);
         return b;
     }
     std::int32_t MinMax(const TY* y, std::int32_t a, std::int32_t b, MinMaxPointSearchResult<TY>& r) const {
-        if (scans_ != nullptr) return (streaming_ ? scans_->minMaxStreaming : scans_->minMax)(y, a, b, r);
+        if (scans_ != nullptr) return extremes_.minMax(y, a, b, r);
         operations_.MinMax(y, a, b, r);
         return b;
     }
@@ -55,7 +53,7 @@ public:
 private:
     const ArrayOperations<TY>& operations_;
     const ScanTable<TY>* scans_;
-    bool streaming_;
+    simd::ExtremeScans<TY> extremes_;
 };
 
 // The scans of the NaN-aware strategies, which end in front of the first NaN.
