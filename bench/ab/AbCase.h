@@ -19,6 +19,7 @@ struct AbCase {
     const double* x;
     const void* y;
     std::int32_t points;
+    std::int32_t width;      // the viewport's pixels
     std::int32_t baseIndex;  // slot of logical index 0, for a ring
 };
 

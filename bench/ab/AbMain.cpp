@@ -5,8 +5,10 @@
 // take turns, round by round, and the median of the per-round differences
 // resolves a few hundredths of the summing loop's time.
 //
-//   quillmap_ab <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
+//   quillmap_ab <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring|InCache> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
 //
+// InCache is the in-cache run of quillmap_resampling_bench (32 Ki evenly
+// spaced points on 1000 pixels, buckets of 32), timed over 400 runs a turn.
 // With NaN (Double and Single) the series has NaN gaps (as in
 // quillmap_nan_resampling_bench) and the run takes the NaN-aware path.
 
@@ -69,18 +71,20 @@ int Index(const char* word, std::initializer_list<const char*> words) {
 
 int main(int argc, char** argv) {
     const int type = argc > 3 ? Index(argv[1], {"Double", "Single", "Int32", "Int16", "Byte"}) : -1;
-    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring"}) : -1;
+    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring", "InCache"}) : -1;
     const int mode = argc > 3 ? Index(argv[3], {"MinMax", "Min", "Max", "Mid", "MinOrMax"}) : -1;
     const bool nan = argc > 4 && std::strcmp(argv[4], "NaN") == 0;
     const int rounds = argc > 4 + nan ? std::atoi(argv[4 + nan]) : 11;
     if (type < 0 || layout < 0 || mode < 0 || rounds < 1 || (nan && type > 1)) {
         std::fprintf(stderr,
-                     "usage: %s <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring> <MinMax|Min|Max|Mid|MinOrMax> [NaN] "
+                     "usage: %s <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring|InCache> <MinMax|Min|Max|Mid|MinOrMax> [NaN] "
                      "[rounds]\n(NaN with Double and Single only)\n",
                      argv[0]);
         return 2;
     }
-    const std::int32_t n = bench::SeriesPoints();
+    const bool inCache = layout == 3;
+    const std::int32_t n = inCache ? 32 * 1024 : bench::SeriesPoints();
+    const int repeat = inCache ? 400 : 1;
     bench::AbCase c{};
     c.type = static_cast<bench::AbY>(type);
     c.data = layout == 1 ? 2 : 0;
@@ -89,6 +93,7 @@ int main(int argc, char** argv) {
     c.mode = mode + 1;
     c.x = c.ring ? bench::RingX() : layout == 1 ? bench::UnevenX() : bench::EvenX(n);
     c.points = n;
+    c.width = inCache ? 1000 : 1920;
     c.baseIndex = bench::RingBaseIndex();
     double (*sumOf)(const void*, std::int32_t) = nullptr;
     switch (c.type) {
@@ -107,25 +112,38 @@ int main(int argc, char** argv) {
         default:
             Prepare<double>(c, nan, sumOf);
     }
-    const auto sum = [&] { gSink = sumOf(c.y, n); };
+    const auto sum = [&] {
+        for (int k = 0; k < repeat; ++k) gSink = sumOf(c.y, n);
+    };
+    const auto runA = [&] {
+        for (int k = 0; k < repeat; ++k) gSink = static_cast<double>(QmAbRunA(c));
+    };
+    const auto runB = [&] {
+        for (int k = 0; k < repeat; ++k) gSink = static_cast<double>(QmAbRunB(c));
+    };
     const bool same = QmAbRunA(c) == QmAbRunB(c);
     std::printf("%s/%s/%s%s, %d points: A is this tree, B the variant; time / summing loop's\n", argv[1], argv[2],
                 argv[3], nan ? "/NaN" : "", n);
     constexpr int kBytes[] = {8, 4, 4, 2, 1};
-    std::vector<double> a, b, difference;
+    std::vector<double> a, b, difference, sums;
     for (int round = 0; round < rounds; ++round) {
         // The order alternates, so that neither always runs right after the sum.
         const double base = BestOfThree(sum);
-        double first = BestOfThree([&] { gSink = static_cast<double>(round % 2 ? QmAbRunB(c) : QmAbRunA(c)); }) / base;
-        double second = BestOfThree([&] { gSink = static_cast<double>(round % 2 ? QmAbRunA(c) : QmAbRunB(c)); }) / base;
+        double first = (round % 2 ? BestOfThree(runB) : BestOfThree(runA)) / base;
+        double second = (round % 2 ? BestOfThree(runA) : BestOfThree(runB)) / base;
         if (round % 2) std::swap(first, second);
+        sums.push_back(base);
         a.push_back(first);
         b.push_back(second);
         difference.push_back(second - first);
         std::printf("  round %2d: sum %6.2f ms (%5.1f GB/s)  A %.3f  B %.3f  B - A %+.3f\n", round + 1, base,
-                    static_cast<double>(n) * kBytes[type] / base / 1e6, first, second, second - first);
+                    static_cast<double>(n) * repeat * kBytes[type] / base / 1e6, first, second, second - first);
     }
     std::printf("median: A %.3f  B %.3f  B - A %+.3f%s\n", Median(a), Median(b), Median(difference),
                 same ? "" : "  (THE ANSWERS DIFFER)");
+    // Points per ns from the median ratios and the median summing time.
+    const double pointsPerMs = static_cast<double>(n) * repeat / Median(sums);
+    std::printf("points/ns: A %.2f  B %.2f  sum %.2f\n", pointsPerMs / Median(a) / 1e6, pointsPerMs / Median(b) / 1e6,
+                pointsPerMs / 1e6);
     return same ? 0 : 1;
 }

@@ -18,7 +18,7 @@ std::int64_t Run(const bench::AbCase& c) {
     qm::ResamplingArgs args{};
     args.Data = c.data;
     args.EndIndex = c.points - 1;
-    args.ViewportWidth = 1920;
+    args.ViewportWidth = c.width;
     args.MinXInclusive = c.data == 2 ? c.x[0] : 0.0;
     args.MaxXInclusive = c.data == 2 ? c.x[c.points - 1] : c.points - 1.0;
     args.InputSize = c.points;

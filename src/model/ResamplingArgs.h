@@ -43,4 +43,10 @@ struct ResamplingArgs {
     double ZeroLineY;
 };
 
+// How many points lie from StartIndex to EndIndex, both included (0 or less
+// when EndIndex is before StartIndex).
+constexpr std::int64_t VisiblePoints(const ResamplingArgs& args) {
+    return static_cast<std::int64_t>(args.EndIndex) - args.StartIndex + 1;
+}
+
 }  // namespace qm

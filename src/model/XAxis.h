@@ -30,8 +30,13 @@ public:
     }
 
     // Replaces each of values[0, count), a slot as a double, by X at that
-    // slot; NaN (a point without a slot) stays NaN.
-    void SlotsToX(double* values, std::int32_t count) const { conversion_->slotsToX(data_, values, count); }
+    // slot; NaN (a point without a slot) stays NaN. The slots lie among
+    // `span` consecutive points of X (a ring's may wrap).
+    void SlotsToX(double* values, std::int32_t count, std::int64_t span) const {
+        constexpr std::int64_t kNearBytes = 1024 * 1024;  // about an L2
+        const bool near = span <= kNearBytes / static_cast<std::int64_t>(conversion_->size);
+        conversion_->slotsToX(data_, values, count, near);
+    }
 
     // Asks for the cache lines around slot i, where a search will read
     // soon, so that their misses overlap the work before it. A hint: it
@@ -48,7 +53,7 @@ private:
     struct Conversion {
         double (*at)(const void* data, std::int32_t i);
         void (*copy)(const void* data, std::int32_t first, std::int32_t count, double* out);
-        void (*slotsToX)(const void* data, double* values, std::int32_t count);
+        void (*slotsToX)(const void* data, double* values, std::int32_t count, bool near);
         std::size_t size;  // of one X
     };
 
@@ -63,16 +68,20 @@ private:
         for (std::int32_t k = 0; k < count; ++k) out[k] = ToDouble(x[k]);
     }
 
-    // The kept points lie far apart in X, one cache miss each: a group's
-    // lines are asked for before any is read, so that their misses overlap.
+    // The kept points of a long series lie far apart in X, a cache miss
+    // each: a group's lines are asked for before any is read, so that their
+    // misses overlap. Points `near` each other (within about an L2 of X)
+    // are read straight away: their X is in cache, or soon is, and asking
+    // for each line first only costs time.
     template <class TX>
-    static void SlotsToXOf(const void* data, double* values, std::int32_t count) {
+    static void SlotsToXOf(const void* data, double* values, std::int32_t count, bool near) {
         constexpr std::int32_t kGroup = 32;
         const TX* x = static_cast<const TX*>(data);
         for (std::int32_t first = 0; first < count; first += kGroup) {
             const std::int32_t end = count - first > kGroup ? first + kGroup : count;
-            for (std::int32_t k = first; k < end; ++k)
-                if (values[k] == values[k]) __builtin_prefetch(x + static_cast<std::int32_t>(values[k]), 0, 3);
+            if (!near)
+                for (std::int32_t k = first; k < end; ++k)
+                    if (values[k] == values[k]) __builtin_prefetch(x + static_cast<std::int32_t>(values[k]), 0, 3);
             for (std::int32_t k = first; k < end; ++k)
                 if (values[k] == values[k]) values[k] = ToDouble(x[static_cast<std::int32_t>(values[k])]);
         }

@@ -38,7 +38,7 @@ struct PointEmitter {
 
     // Once the walk is over: the slots become X.
     void Finish(const BucketOutput& output) const {
-        if constexpr (!kIndexAsX) x.SlotsToX(firstX, output.Produced());
+        if constexpr (!kIndexAsX) x.SlotsToX(firstX, output.Produced(), VisiblePoints(output.RunArgs()));
     }
 
     template <class Range>

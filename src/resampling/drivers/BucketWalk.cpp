@@ -17,7 +17,7 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
     const Layout layout = LayoutOf<Layout>(args);
     BucketOutput output(outX, outY, indices, args, room);
     const PointEmitter<kData == Category> emitter{x, outX};
-    const ThroughOperations<TY> scans(operations, static_cast<std::int64_t>(args.EndIndex) - args.StartIndex + 1);
+    const ThroughOperations<TY> scans(operations, VisiblePoints(args));
     auto reduceBucket = [&](std::int32_t start, std::int32_t end) {
         const auto range = layout.Range(start, end);
         std::int32_t stop;

@@ -58,7 +58,7 @@ void NaNAwareWalk<TY, Layout, kData>::Execute(const XAxis& x, const TY* y, doubl
         outY[i] = readable ? ToDouble(y[slot]) : kNaN;
     }
     // X from the data in one call for all indices, not one per index.
-    if constexpr (kData != Category) x.SlotsToX(outX, indices.size());
+    if constexpr (kData != Category) x.SlotsToX(outX, indices.size(), VisiblePoints(args));
 }
 
 QM_WALK_INSTANCES(template, NaNAwareWalk, double)
