@@ -375,7 +375,8 @@ private:
     //
     // A record whose value range lies farther from `mid` than the nearer end
     // of some record's range holds nothing that near, and is not read: those
-    // ends are elements, so that distance is reached. Its lanes stay `none`.
+    // ends are elements, so that distance is reached. Its lanes stay `none`,
+    // as do those of the records after the first that measures 0.
     // A bucket's values mostly cross the middle in a few of its stretches.
     template <class D, class Measure, class Lower>
     auto MeasureRecords(const Piece& piece, double mid, D (&least)[kRecords], D none, Measure measure,
@@ -418,6 +419,14 @@ private:
             for (; i < n; ++i) l1 = lower(l1, measure(Ops::Splat(p[i])));
             least[r] = lower(lower(l0, l1), lower(l2, l3));
             all = lower(all, least[r]);
+            // Nothing measures below 0, so the first record that reaches it
+            // holds the first nearest element, and the rest need not be
+            // read: on data with few distinct values (integers from a
+            // sensor, say) that is most of the search.
+            if (Ops::Any(least[r] == D{})) {
+                for (std::int32_t later = r + 1; later < piece.count; ++later) least[later] = none;
+                break;
+            }
         }
         ahead_ = ahead;
         // The least lane in a few shuffles: a pass over the lanes one by one
