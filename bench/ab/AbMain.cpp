@@ -112,15 +112,15 @@ int main(int argc, char** argv) {
         default:
             Prepare<double>(c, nan, sumOf);
     }
-    const auto sum = [&] {
-        for (int k = 0; k < repeat; ++k) gSink = sumOf(c.y, n);
+    // One turn: `repeat` runs of one of the three.
+    const auto turn = [&](auto once) {
+        return [&, once] {
+            for (int k = 0; k < repeat; ++k) gSink = static_cast<double>(once());
+        };
     };
-    const auto runA = [&] {
-        for (int k = 0; k < repeat; ++k) gSink = static_cast<double>(QmAbRunA(c));
-    };
-    const auto runB = [&] {
-        for (int k = 0; k < repeat; ++k) gSink = static_cast<double>(QmAbRunB(c));
-    };
+    const auto sum = turn([&] { return sumOf(c.y, n); });
+    const auto runA = turn([&] { return QmAbRunA(c); });
+    const auto runB = turn([&] { return QmAbRunB(c); });
     const bool same = QmAbRunA(c) == QmAbRunB(c);
     std::printf("%s/%s/%s%s, %d points: A is this tree, B the variant; time / summing loop's\n", argv[1], argv[2],
                 argv[3], nan ? "/NaN" : "", n);
