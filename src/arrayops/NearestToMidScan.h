@@ -24,11 +24,11 @@
 // element of a valid stretch, or the answer of a stale one measured again);
 // what it cannot hold, it cannot win.
 //
-// A range that fits in cache (most buckets) skips the speculation: one
-// read takes the value range of each short stretch, and the search against
-// the final middle then runs from cache, first in the stretch read last of
-// those that can come nearest and then only in stretches whose values can
-// come as near. That costs less than searching against a middle that still
+// A range of up to half an L2 (most buckets; CacheSizes.h) skips the
+// speculation: one read takes the value range of each short stretch, and
+// the search against the final middle then runs from cache, first in the
+// stretch read last of those that can come nearest and then only in
+// stretches whose values can come as near. That costs less than searching against a middle that still
 // moves. Floating types and integers of up to 32 bits first measure every
 // element's distance in their own lanes without a branch, and then search
 // only the stretches that hold the least one: the band test and its visits
@@ -46,6 +46,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "arrayops/CacheSizes.h"
 #include "arrayops/Midrange.h"
 #include "arrayops/ScanKernels.h"
 #include "arrayops/ScanTable.h"
@@ -61,7 +62,7 @@ public:
     static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
         std::int64_t total = 0;
         for (std::int32_t k = 0; k < pieces.count; ++k) total += pieces.end[k] - pieces.start[k];
-        if (total * static_cast<std::int64_t>(sizeof(T)) <= kCachedBytes) return RunFromCache(y, pieces);
+        if (total * static_cast<std::int64_t>(sizeof(T)) <= MidCachedBytes()) return RunFromCache(y, pieces);
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         const std::int32_t read = scan.ReadPieces(pieces, answer, &NearestToMidScan::Speculate);
@@ -71,7 +72,6 @@ public:
     }
 
 private:
-    static constexpr std::int64_t kCachedBytes = 256 * 1024;
     static constexpr std::int64_t kL1Bytes = 32 * 1024;  // the L1 data cache of most x86-64 cores
 
     // Reads the pieces in order with `read(k, start, end)`, which answers

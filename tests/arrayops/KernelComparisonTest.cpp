@@ -25,6 +25,7 @@
 #include <string>
 #include <vector>
 
+#include "arrayops/CacheSizes.h"
 #include "arrayops/GenericArrayOperations.h"
 #include "arrayops/ScanKernels.h"
 #include "arrayops/simd/IsaChoice.h"
@@ -55,6 +56,19 @@ void ForEachIsa(Body body) {
         body();
     }
     simd::ForceIsa(best);
+}
+
+// Runs `body` under each ISA with every Mid range searched the way of long
+// ones (against the middle as it moves) and then the way of those that stay
+// in cache, whatever this processor's cache makes of each length.
+template <class Body>
+void ForEachIsaAndMidPath(Body body) {
+    for (const std::int64_t cachedBytes : {std::int64_t{1}, std::int64_t{1} << 40}) {
+        ForceMidCachedBytes(cachedBytes);
+        SCOPED_TRACE(cachedBytes == 1 ? "speculating" : "from cache");
+        ForEachIsa(body);
+    }
+    ForceMidCachedBytes(0);
 }
 
 // Values that catch a wrong comparison: the type's ends and neighbours, the
@@ -237,7 +251,7 @@ TYPED_TEST(Kernels, MidPicksWhatThePlainRulePicks) {
         }
         SCOPED_TRACE(::testing::Message() << "n " << n << " shape " << trial % kShapes << " start " << start << " ring " << s << " to " << e);
         const std::int32_t want = PlainMid(y.data(), start, n), wantRing = PlainMid(y.data(), s, e, size);
-        ForEachIsa([&] {
+        ForEachIsaAndMidPath([&] {
             EXPECT_EQ(Reduce(Reduction::Mid, ops, y.data(), PlainRange{start, n}, 0.0).position[0], want);
             EXPECT_EQ(Reduce(Reduction::Mid, ops, y.data(), RingRange{s, e, size, 1}, 0.0).position[0], wantRing) << "ring";
         });
@@ -251,7 +265,7 @@ TYPED_TEST(Kernels, MidPicksWhatThePlainRulePicks) {
             for (std::int32_t k = 0, slots = s < e ? e - s : size - s + e; k < slots && y[ringRunEnd] == y[ringRunEnd]; ++k)
                 if (++ringRunEnd == size && e <= s) ringRunEnd = 0;
             const std::int32_t wantRun = PlainMid(y.data(), start, runEnd), wantRingRun = PlainMid(y.data(), s, ringRunEnd, size);
-            ForEachIsa([&] {
+            ForEachIsaAndMidPath([&] {
                 std::int32_t stop = -2;
                 EXPECT_EQ(ReduceRun(Reduction::Mid, y.data(), RingRange{s, e, size, 0}, 0.0, stop).position[0], wantRingRun) << "ring";
                 EXPECT_EQ(stop, ringRunEnd) << "ring";
