@@ -28,13 +28,14 @@
 // speculation: one read takes the value range of each short stretch, and
 // the search against the final middle then runs from cache, first in the
 // stretch read last of those that can come nearest and then only in
-// stretches whose values can come as near. That costs less than searching against a middle that still
-// moves. Floating types and integers of up to 32 bits first measure every
-// element's distance in their own lanes without a branch, and then search
-// only the stretches that hold the least one: the band test and its visits
-// cost about twice that read. The measuring stops at the first stretch
-// that reaches a distance nothing can be below (an integer's nearest, a
-// float equal to the middle), which on data with repeated values is early.
+// stretches whose values can come as near. That costs less than searching
+// against a middle that still moves. Floating types and integers of up to
+// 32 bits first measure every element's distance in their own lanes without
+// a branch, and then search only the stretches that hold the least one: the
+// band test and its visits cost about twice that read. The measuring stops
+// at the first stretch that reaches a distance nothing can be below (an
+// integer's nearest, a float equal to the middle), which on data with
+// repeated values is early.
 //
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
