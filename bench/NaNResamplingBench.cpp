@@ -22,8 +22,6 @@ namespace bench {
 
 namespace {
 
-constexpr std::int32_t kViewportWidth = 1920;
-
 struct Layout {
     const char* name;
     std::int32_t data;  // Linear 0, UnevenlySpaced 2

@@ -23,12 +23,7 @@ namespace bench {
 
 namespace {
 
-constexpr std::int32_t kViewportWidth = 1920;
-
-// 32 Ki points on 1000 pixels: 32.8 points a pixel, a grid step of 32.
-constexpr std::int32_t kInCachePoints = 32 * 1024;
-constexpr std::int32_t kInCacheWidth = 1000;
-// The same points on 4 pixels: buckets of 8 Ki points, about what a
+// The in-cache run's points on 4 pixels: buckets of 8 Ki points, about what a
 // NaN-aware run reduces between two gaps, read from cache. Mid's search
 // of a cached range shows against MinMax's one read.
 constexpr std::int32_t kInCacheWideWidth = 4;

@@ -83,7 +83,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const bool inCache = layout == 3;
-    const std::int32_t n = inCache ? 32 * 1024 : bench::SeriesPoints();
+    const std::int32_t n = inCache ? bench::kInCachePoints : bench::SeriesPoints();
     const int repeat = inCache ? 400 : 1;
     bench::AbCase c{};
     c.type = static_cast<bench::AbY>(type);
@@ -93,7 +93,7 @@ int main(int argc, char** argv) {
     c.mode = mode + 1;
     c.x = c.ring ? bench::RingX() : layout == 1 ? bench::UnevenX() : bench::EvenX(n);
     c.points = n;
-    c.width = inCache ? 1000 : 1920;
+    c.width = inCache ? bench::kInCacheWidth : bench::kViewportWidth;
     c.baseIndex = bench::RingBaseIndex();
     double (*sumOf)(const void*, std::int32_t) = nullptr;
     switch (c.type) {
