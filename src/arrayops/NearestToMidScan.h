@@ -47,10 +47,10 @@
 #include <limits>
 #include <type_traits>
 
-#include "arrayops/CacheSizes.h"
 #include "arrayops/Midrange.h"
 #include "arrayops/ScanKernels.h"
 #include "arrayops/ScanTable.h"
+#include "model/CacheSizes.h"
 
 namespace qm::scan {
 

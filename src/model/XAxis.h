@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "model/CacheSizes.h"
 #include "model/ElementTypes.h"
 
 namespace qm {
@@ -33,8 +34,7 @@ public:
     // slot; NaN (a point without a slot) stays NaN. The slots lie among
     // `span` consecutive points of X (a ring's may wrap).
     void SlotsToX(double* values, std::int32_t count, std::int64_t span) const {
-        constexpr std::int64_t kNearBytes = 1024 * 1024;  // about an L2
-        const bool near = span <= kNearBytes / static_cast<std::int64_t>(conversion_->size);
+        const bool near = span <= L2Bytes() / static_cast<std::int64_t>(conversion_->size);
         conversion_->slotsToX(data_, values, count, near);
     }
 
@@ -70,7 +70,7 @@ private:
 
     // The kept points of a long series lie far apart in X, a cache miss
     // each: a group's lines are asked for before any is read, so that their
-    // misses overlap. Points `near` each other (within about an L2 of X)
+    // misses overlap. Points `near` each other (within one L2 of X)
     // are read straight away: their X is in cache, or soon is, and asking
     // for each line first only costs time.
     template <class TX>

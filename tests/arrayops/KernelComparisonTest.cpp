@@ -25,10 +25,10 @@
 #include <string>
 #include <vector>
 
-#include "arrayops/CacheSizes.h"
 #include "arrayops/GenericArrayOperations.h"
 #include "arrayops/ScanKernels.h"
 #include "arrayops/simd/IsaChoice.h"
+#include "model/CacheSizes.h"
 #include "resampling/buckets/BucketRange.h"
 #include "resampling/buckets/Reductions.h"
 #include "support/GuardedArray.h"
