@@ -522,7 +522,8 @@ struct ScanEntries {
     }
 
     template <bool kStopAtNaN, bool kOnLines = true>
-    static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end, MinMaxPointSearchResult<T>& result) {
+    [[gnu::always_inline]] static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end,
+                                                      MinMaxPointSearchResult<T>& result) {
         MinMaxScan<Ops> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
         const std::int32_t stop = Run<Ops, kStopAtNaN, kOnLines>(tracker, data, start, end);
         result.MinIndex = tracker.min.index;
@@ -543,6 +544,11 @@ struct ScanEntries {
             result.Max = tracker.max.value;
         }
         return stop;
+    }
+
+    static void MinMaxEach(const T* data, const std::int32_t* bounds, std::int32_t count,
+                           MinMaxPointSearchResult<T>* results) {
+        for (std::int32_t k = 0; k < count; ++k) MinMax<false>(data, bounds[k], bounds[k + 1], results[k]);
     }
 };
 

@@ -54,6 +54,11 @@ struct ScanTable {
     Extreme minStreaming;
     Extreme maxStreaming;
     Both minMaxStreaming;
+    // minMax of `count` adjacent ranges, [bounds[k], bounds[k + 1]), each
+    // into results[k] as seeded by the caller: small buckets in one call.
+    using BothEach = void (*)(const T* data, const std::int32_t* bounds, std::int32_t count,
+                              MinMaxPointSearchResult<T>* results);
+    BothEach minMaxEach = nullptr;
 };
 
 }  // namespace qm

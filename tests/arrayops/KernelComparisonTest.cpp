@@ -156,10 +156,18 @@ void ExpectPlainWalk(const T* d, std::int32_t s, std::int32_t e, const Extremes<
     scans.minStreaming(d, s, e, streamed.lo, streamed.loAt), scans.maxStreaming(d, s, e, streamed.hi, streamed.hiAt);
     MinMaxPointSearchResult<T> streamedRecord{seed.loAt, seed.hiAt, seed.lo, seed.hi};
     scans.minMaxStreaming(d, s, e, streamedRecord);
-    // In order: Min and Max with index, the MinMax record, Min and Max, MinMax, and the streaming ones.
-    EXPECT_EQ((std::vector{Shown(indexed), Shown(Extremes<T>{r.Min, r.MinIndex, r.Max, r.MaxIndex, e}), Shown(plain), Shown(both),
-                           Shown(streamed), Shown(Extremes<T>{streamedRecord.Min, streamedRecord.MinIndex, streamedRecord.Max, streamedRecord.MaxIndex, e})}),
-              (std::vector{Shown(want), Shown(want), Shown(values), Shown(values), Shown(want), Shown(want)}));
+    // The range as two adjacent ranges of one batch, each from the seed.
+    const std::int32_t cut = s + (e - s) / 3, bounds[3] = {s, cut, e};
+    MinMaxPointSearchResult<T> batch[2] = {{seed.loAt, seed.hiAt, seed.lo, seed.hi}, {seed.loAt, seed.hiAt, seed.lo, seed.hi}};
+    scans.minMaxEach(d, bounds, 2, batch);
+    const auto shown = [](const MinMaxPointSearchResult<T>& x, std::int32_t stop) {
+        return Shown(Extremes<T>{x.Min, x.MinIndex, x.Max, x.MaxIndex, stop});
+    };
+    // In order: Min and Max with index, the MinMax record, Min and Max, MinMax, the streaming ones, and the batch.
+    EXPECT_EQ((std::vector{Shown(indexed), shown(r, e), Shown(plain), Shown(both), Shown(streamed), shown(streamedRecord, e),
+                           shown(batch[0], cut), shown(batch[1], e)}),
+              (std::vector{Shown(want), Shown(want), Shown(values), Shown(values), Shown(want), Shown(want),
+                           Shown(Walk(d, s, cut, seed)), Shown(Walk(d, cut, e, seed))}));
     if constexpr (std::is_floating_point_v<T>) {
         const Extremes<T> toNaN = Walk(d, s, e, seed, true);
         Extremes<T> apart = seed;

@@ -48,6 +48,7 @@ constexpr ScanTable<T> MakeTable() {
                        &Entries::template Min<false>,
                        &Entries::template Max<false>,
                        &Entries::template MinMax<false>};
+    table.minMaxEach = &Entries::MinMaxEach;
     if constexpr (OPS<T>::kMayStreamUnaligned) {
         table.minStreaming = &Entries::template Min<false, false>;
         table.maxStreaming = &Entries::template Max<false, false>;

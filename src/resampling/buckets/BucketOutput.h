@@ -25,7 +25,7 @@ public:
           IndexOffset(static_cast<std::uint32_t>(indices.size())),
           Args(&args) {
         indices.Resize(static_cast<std::uint32_t>(indices.capacity()));  // within capacity: no reallocation
-        IndexCursor = indices.data() + IndexOffset;
+        IndexCursor = IndexStart = indices.data() + IndexOffset;
         const auto spare = static_cast<std::int32_t>(indices.size() - IndexOffset);
         IndexLimit = IndexCursor + (room < 0 ? 0 : room < spare ? room : spare);
     }
@@ -33,7 +33,7 @@ public:
     BucketOutput(const BucketOutput&) = delete;
     BucketOutput& operator=(const BucketOutput&) = delete;
 
-    ~BucketOutput() { Indices->Resize(IndexOffset + static_cast<std::uint32_t>(Count)); }
+    ~BucketOutput() { Indices->Resize(IndexOffset + static_cast<std::uint32_t>(Produced())); }
 
     // A point beyond the room is dropped and ends the walk (see Full): a
     // run within the caller's contract never gets there, one outside it must
@@ -46,7 +46,6 @@ public:
         *XCursor++ = x;
         *YCursor++ = y;
         *IndexCursor++ = index;
-        ++Count;
     }
 
     // How many more points this run may write.
@@ -55,17 +54,17 @@ public:
     bool Full() const { return Overflowed; }
 
     const ResamplingArgs& RunArgs() const { return *Args; }
-    std::int32_t Produced() const { return Count; }
+    std::int32_t Produced() const { return static_cast<std::int32_t>(IndexCursor - IndexStart); }
 
 private:
     double* XCursor;
     double* YCursor;
     std::int32_t* IndexCursor = nullptr;
+    std::int32_t* IndexStart = nullptr;
     const std::int32_t* IndexLimit = nullptr;  // the end of the room, fixed for the run
     IntVector* Indices;
     std::uint32_t IndexOffset;
     const ResamplingArgs* Args;
-    std::int32_t Count = 0;
     bool Overflowed = false;
 };
 

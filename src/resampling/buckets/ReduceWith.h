@@ -49,6 +49,12 @@ public:
     NearestAnswer Nearest(const TY* y, const ScanPieces& pieces) const {
         return (scans_ != nullptr ? *scans_ : simd::ActiveScans<TY>()).nearestToMid(y, pieces);
     }
+    // Whether MinMaxEach may take a batch: only the library's own scans do.
+    bool TakesBatches() const { return scans_ != nullptr; }
+    void MinMaxEach(const TY* y, const std::int32_t* bounds, std::int32_t count,
+                    MinMaxPointSearchResult<TY>* results) const {
+        extremes_.minMaxEach(y, bounds, count, results);
+    }
 
 private:
     const ArrayOperations<TY>& operations_;

@@ -3,6 +3,7 @@
 #include "resampling/buckets/BucketOutput.h"
 #include "resampling/buckets/BucketPoints.h"
 #include "resampling/buckets/ReduceWith.h"
+#include "resampling/buckets/SmallBucketBatch.h"
 #include "resampling/drivers/EvenGridWalk.h"
 #include "resampling/drivers/UnevenGridWalk.h"
 
@@ -37,7 +38,16 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
             [&] { return output.Full(); });
     } else {
         const std::int32_t budget = WalkBudget(args, step, output, MaxPointsPerBucket(reduction));
-        WalkEvenBuckets<kData>(x, args, layout, step, budget, reduceBucket);
+        if (BatchesSmallBuckets(reduction, scans)) {
+            auto emit = [&](const auto& range, const Picks& picks) { emitter.Emit(output, range, picks); };
+            SmallBucketBatch batch(reduction, scans, y, layout, args.ZeroLineY, emit);
+            WalkEvenBuckets<kData>(x, args, layout, step, budget, [&](std::int32_t start, std::int32_t end) {
+                if (!batch.Take(start, end)) reduceBucket(start, end);
+            });
+            batch.Flush();
+        } else {
+            WalkEvenBuckets<kData>(x, args, layout, step, budget, reduceBucket);
+        }
     }
     emitter.Finish(output);
 }
