@@ -38,14 +38,15 @@ public:
         conversion_->slotsToX(data_, values, count, near);
     }
 
-    // Asks for the cache lines around slot i, where a search will read
-    // soon, so that their misses overlap the work before it. A hint: it
-    // reads nothing and never faults, wherever it points.
-    void Prefetch(std::int32_t i) const {
+    // Asks for the cache lines around slot i (`lines` on either side),
+    // where a search will read soon, so that their misses overlap the work
+    // before it. A hint: it reads nothing and never faults, wherever it
+    // points.
+    void Prefetch(std::int32_t i, std::intptr_t lines = 8) const {
         constexpr std::intptr_t kLine = 64;
         const std::uintptr_t at = reinterpret_cast<std::uintptr_t>(data_) +
                                   static_cast<std::uintptr_t>(i) * static_cast<std::uintptr_t>(conversion_->size);
-        for (std::intptr_t line = -8; line < 8; ++line)
+        for (std::intptr_t line = -lines; line <= lines; ++line)
             __builtin_prefetch(reinterpret_cast<const void*>(at + static_cast<std::uintptr_t>(line * kLine)), 0, 3);
     }
 

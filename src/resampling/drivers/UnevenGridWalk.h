@@ -41,13 +41,15 @@ void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& la
     double boundary = FirstBoundaryAbove(args.MinXInclusive, step);
     std::int32_t slot = layout.Slot(args.StartIndex);
     bool afterEmpty = true;
-    std::int32_t span = 1;  // the length of the last bucket with points, where the search looks first
+    std::int32_t span = 1;   // the length of the last bucket with points
+    std::int32_t guess = 1;  // where the next search looks first, from where it starts
+    std::int32_t ahead = -1;  // near the boundary after the next one; its X was asked for a pass ago
     for (std::int32_t pass = 1;; ++pass) {
         const double next = boundary + step;
         std::int32_t logicalEnd = endExclusive;
         if (boundary <= lastBoundary && next > boundary && pass <= maxPasses) {
             const std::int32_t found = layout.Range(slot, ringEnd).NearestOfPieces(
-                [&](std::int32_t a, std::int32_t b) { return SearchSortedRun(x, a, b - 1, boundary, span); },
+                [&](std::int32_t a, std::int32_t b) { return SearchSortedRun(x, a, b - 1, boundary, guess); },
                 [&](std::int32_t p) { return std::fabs(x.At(p) - boundary); });
             logicalEnd = layout.Logical(found);
             if (found != ringEnd && ClosesBucket(x, found, boundary)) logicalEnd = WrappingAdd(logicalEnd, 1);
@@ -58,10 +60,34 @@ void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& la
             span = WrappingSub(logicalEnd, layout.Logical(slot));
             // The next search starts where this bucket's length predicts its
             // boundary: X there is asked for now, so that its misses overlap
-            // this bucket's reduction instead of following it.
+            // this bucket's reduction instead of following it. A long
+            // bucket's length misses the next one's by about its square root
+            // on unevenly spaced X, mostly outside the lines asked for, and
+            // the search then waits on memory. So one line near the boundary
+            // after the next is asked for a pass ahead; its X, at this
+            // bucket's mean spacing, then puts the next boundary within a
+            // few points. Only where the search starts and what is asked for
+            // depend on this, never what it finds.
             if (logicalEnd < endExclusive) {
-                const std::int32_t predicted = endExclusive - logicalEnd > span ? logicalEnd + span : endExclusive - 1;
-                x.Prefetch(layout.Slot(predicted));
+                const std::int64_t last = endExclusive - 1;
+                const auto within = [&](std::int64_t i) {
+                    return static_cast<std::int32_t>(i < logicalEnd ? logicalEnd : i > last ? last : i);
+                };
+                std::int32_t predicted = within(static_cast<std::int64_t>(logicalEnd) + span);
+                std::intptr_t lines = 8;
+                if (span >= 1024) {
+                    if (ahead >= logicalEnd && ahead <= last) {
+                        const double offset = (next - x.At(layout.Slot(ahead))) / step * span;
+                        if (std::fabs(offset) < 4.0 * span) {
+                            predicted = within(ahead + static_cast<std::int64_t>(offset));
+                            lines = 4;
+                        }
+                    }
+                    ahead = within(static_cast<std::int64_t>(logicalEnd) + 2 * static_cast<std::int64_t>(span));
+                    x.Prefetch(layout.Slot(ahead), 0);
+                }
+                guess = predicted - logicalEnd;
+                x.Prefetch(layout.Slot(predicted), lines);
             }
             bucket(slot, nextSlot, afterEmpty);
         }
