@@ -521,6 +521,7 @@ struct ScanEntries {
         return stop;
     }
 
+    // Inlined into MinMaxEach, whose ranges are short enough for a call to show.
     template <bool kStopAtNaN, bool kOnLines = true>
     [[gnu::always_inline]] static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end,
                                                       MinMaxPointSearchResult<T>& result) {
@@ -546,6 +547,8 @@ struct ScanEntries {
         return stop;
     }
 
+    // MinMax of each range [bounds[k], bounds[k + 1]) into results[k], from
+    // the seed it holds: a batch of small buckets in one call.
     static void MinMaxEach(const T* data, const std::int32_t* bounds, std::int32_t count,
                            MinMaxPointSearchResult<T>* results) {
         for (std::int32_t k = 0; k < count; ++k) MinMax<false>(data, bounds[k], bounds[k + 1], results[k]);

@@ -43,7 +43,7 @@ public:
             return false;
         }
         if (count_ > 0 && bounds_[count_] != start) Flush();
-        bounds_[0] = count_ == 0 ? start : bounds_[0];
+        if (count_ == 0) bounds_[0] = start;
         bounds_[++count_] = end;
         if (count_ == kBatch) Flush();
         return true;
