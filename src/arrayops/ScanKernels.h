@@ -423,6 +423,22 @@ template <class Ops, std::size_t kCount, bool kStopAtNaN, bool kPart = false, cl
     return true;
 }
 
+// A range of one vector up to eight of them and 64 elements, what small
+// buckets are: taken in registers, as few vectors as cover it. False, having
+// taken nothing, for any other range, or one with a NaN to stop at.
+template <class Ops, bool kStopAtNaN, class Tracker, class T>
+[[gnu::always_inline]] inline bool RunInRegisters(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
+    constexpr std::int32_t kLanes = Ops::kLanes;
+    const std::int64_t count = static_cast<std::int64_t>(end) - start;
+    if (count < kLanes || count > 64) return false;
+    const auto n = static_cast<std::int32_t>(count);
+    if (n <= kLanes) return RunShort<Ops, 1, kStopAtNaN>(tracker, data + start, start, n);
+    if (n <= 2 * kLanes) return RunShort<Ops, 2, kStopAtNaN>(tracker, data + start, start, n);
+    if (n <= 4 * kLanes) return RunShort<Ops, 4, kStopAtNaN>(tracker, data + start, start, n);
+    if (n <= 8 * kLanes) return RunShort<Ops, 8, kStopAtNaN>(tracker, data + start, start, n);
+    return false;
+}
+
 // The scan of [start, end), or of the part of it in front of its first NaN
 // when kStopAtNaN; returns where it stopped (end, or that NaN's position).
 // Positions never pass `end`, so no index wraps even for ranges that end at
@@ -441,20 +457,7 @@ template <class Ops, bool kStopAtNaN, bool kOnLines = true, class Tracker, class
         }
         return end;
     }
-    // Up to eight vectors and 64 elements, what small buckets are: in
-    // registers, as few vectors as cover them.
-    const std::int32_t count = end - start;
-    if (count <= 64) {
-        if (count <= kLanes) {
-            if (RunShort<Ops, 1, kStopAtNaN>(tracker, data + start, start, count)) return end;
-        } else if (count <= 2 * kLanes) {
-            if (RunShort<Ops, 2, kStopAtNaN>(tracker, data + start, start, count)) return end;
-        } else if (count <= 4 * kLanes) {
-            if (RunShort<Ops, 4, kStopAtNaN>(tracker, data + start, start, count)) return end;
-        } else if (count <= 8 * kLanes) {
-            if (RunShort<Ops, 8, kStopAtNaN>(tracker, data + start, start, count)) return end;
-        }
-    }
+    if (RunInRegisters<Ops, kStopAtNaN>(tracker, data, start, end)) return end;
     tracker.Start();
     std::int32_t i = start;
     std::int32_t stretch = kOnLines ? FirstStretchLength(data + start, kStretch<T>) : kStretch<T>;
@@ -521,12 +524,31 @@ struct ScanEntries {
         return stop;
     }
 
-    // Inlined into MinMaxEach, whose ranges are short enough for a call to show.
     template <bool kStopAtNaN, bool kOnLines = true>
-    [[gnu::always_inline]] static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end,
-                                                      MinMaxPointSearchResult<T>& result) {
+    static std::int32_t MinMax(const T* data, std::int32_t start, std::int32_t end, MinMaxPointSearchResult<T>& result) {
         MinMaxScan<Ops> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
         const std::int32_t stop = Run<Ops, kStopAtNaN, kOnLines>(tracker, data, start, end);
+        Store(tracker, result);
+        return stop;
+    }
+
+    // MinMax of each range [bounds[k], bounds[k + 1]) into results[k], from
+    // the seed it holds: a batch of small buckets in one call, the short
+    // ones taken here without a call each.
+    static void MinMaxEach(const T* data, const std::int32_t* bounds, std::int32_t count,
+                           MinMaxPointSearchResult<T>* results) {
+        for (std::int32_t k = 0; k < count; ++k) {
+            MinMaxPointSearchResult<T>& result = results[k];
+            MinMaxScan<Ops> tracker{{result.Min, result.MinIndex}, {result.Max, result.MaxIndex}};
+            if (RunInRegisters<Ops, false>(tracker, data, bounds[k], bounds[k + 1]))
+                Store(tracker, result);
+            else
+                MinMax<false>(data, bounds[k], bounds[k + 1], result);
+        }
+    }
+
+private:
+    [[gnu::always_inline]] static void Store(const MinMaxScan<Ops>& tracker, MinMaxPointSearchResult<T>& result) {
         result.MinIndex = tracker.min.index;
         result.MaxIndex = tracker.max.index;
         if constexpr (sizeof(T) >= 4) {
@@ -544,14 +566,6 @@ struct ScanEntries {
             result.Min = tracker.min.value;
             result.Max = tracker.max.value;
         }
-        return stop;
-    }
-
-    // MinMax of each range [bounds[k], bounds[k + 1]) into results[k], from
-    // the seed it holds: a batch of small buckets in one call.
-    static void MinMaxEach(const T* data, const std::int32_t* bounds, std::int32_t count,
-                           MinMaxPointSearchResult<T>* results) {
-        for (std::int32_t k = 0; k < count; ++k) MinMax<false>(data, bounds[k], bounds[k + 1], results[k]);
     }
 };
 

@@ -38,16 +38,13 @@ void BucketWalk<TY, Layout, kData>::Execute(const ArrayOperations<TY>& operation
             [&] { return output.Full(); });
     } else {
         const std::int32_t budget = WalkBudget(args, step, output, MaxPointsPerBucket(reduction));
-        if (BatchesSmallBuckets(reduction, scans)) {
-            auto emit = [&](const auto& range, const Picks& picks) { emitter.Emit(output, range, picks); };
-            SmallBucketBatch batch(reduction, scans, y, layout, args.ZeroLineY, emit);
-            WalkEvenBuckets<kData>(x, args, layout, step, budget, [&](std::int32_t start, std::int32_t end) {
-                if (!batch.Take(start, end)) reduceBucket(start, end);
-            });
-            batch.Flush();
-        } else {
-            WalkEvenBuckets<kData>(x, args, layout, step, budget, reduceBucket);
-        }
+        const bool batching = BatchesSmallBuckets(reduction, scans);
+        auto emit = [&](const auto& range, const Picks& picks) { emitter.Emit(output, range, picks); };
+        SmallBucketBatch batch(reduction, scans, y, layout, args.ZeroLineY, emit);
+        WalkEvenBuckets<kData>(x, args, layout, step, budget, [&](std::int32_t start, std::int32_t end) {
+            if (!(batching && batch.Take(start, end))) reduceBucket(start, end);
+        });
+        batch.Flush();
     }
     emitter.Finish(output);
 }
