@@ -1,8 +1,8 @@
 #pragma once
 // The walk of unevenly spaced, ascending X over any layout: each grid
 // boundary is found by a search in what remains of the visible stretch that
-// starts where the last bucket's length predicts it (in a ring, in each of
-// its two pieces, the nearer answer winning). Buckets
+// starts where the boundary is expected (NextBoundaryGuess; in a ring, in
+// each of its two pieces, the nearer answer winning). Buckets
 // may be empty where X has a gap; the walk tells its caller the bucket
 // (`bucket(startSlot, endSlot, afterEmpty)`) and the last point before a
 // gap (`gap(logicalIndex)`, one less than the gap's end with no wrap), and
@@ -29,6 +29,48 @@
 
 namespace qm {
 
+// Where the search for the next boundary starts, and the lines of X asked
+// for around it now, so that their misses overlap the bucket's reduction
+// instead of following it. A bucket's length predicts the next one's; on
+// unevenly spaced X a long bucket's misses it by about its square root,
+// mostly outside the lines asked for, and the search then waits on memory.
+// So in long buckets one line near the boundary after the next is asked
+// for a pass ahead, and its X, at the last bucket's mean spacing, puts the
+// next boundary within a few points. Only where the search starts and what
+// is asked for depend on this, never what it finds.
+class NextBoundaryGuess {
+public:
+    // After a bucket of `span` points that ends before logical index `end`,
+    // the search for `boundary` among [end, last]: where it looks first,
+    // counted from `end`.
+    template <class Layout>
+    std::int32_t Next(const XAxis& x, const Layout& layout, std::int32_t end, std::int32_t last, std::int32_t span,
+                      double boundary, double step) {
+        const auto within = [&](std::int64_t i) { return static_cast<std::int32_t>(i < end ? end : i > last ? last : i); };
+        std::int32_t guess = within(static_cast<std::int64_t>(end) + span);
+        std::intptr_t lines = 8;
+        if (span >= kLong) {
+            if (ahead_ >= end && ahead_ <= last) {
+                const double offset = (boundary - x.At(layout.Slot(ahead_))) / step * span;
+                if (std::fabs(offset) < 4.0 * span) {
+                    guess = within(ahead_ + static_cast<std::int64_t>(offset));
+                    lines = 4;
+                }
+            }
+            ahead_ = within(static_cast<std::int64_t>(end) + 2 * static_cast<std::int64_t>(span));
+            x.Prefetch(layout.Slot(ahead_), 0);
+        }
+        x.Prefetch(layout.Slot(guess), lines);
+        return guess - end;
+    }
+
+private:
+    // Below this the X of neighbouring boundaries share pages and mostly
+    // lines, and a read a pass ahead would cost more than it saves.
+    static constexpr std::int32_t kLong = 1024;
+    std::int32_t ahead_ = -1;  // near the boundary after the next; its line was asked for a pass ago
+};
+
 template <class Layout, class Bucket, class Gap, class Full>
 void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& layout, double step, Bucket&& bucket,
                     Gap&& gap, Full&& full) {
@@ -41,9 +83,8 @@ void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& la
     double boundary = FirstBoundaryAbove(args.MinXInclusive, step);
     std::int32_t slot = layout.Slot(args.StartIndex);
     bool afterEmpty = true;
-    std::int32_t span = 1;   // the length of the last bucket with points
     std::int32_t guess = 1;  // where the next search looks first, from where it starts
-    std::int32_t ahead = -1;  // near the boundary after the next one; its X was asked for a pass ago
+    NextBoundaryGuess forecast;
     for (std::int32_t pass = 1;; ++pass) {
         const double next = boundary + step;
         std::int32_t logicalEnd = endExclusive;
@@ -57,38 +98,8 @@ void WalkUnevenGrid(const XAxis& x, const ResamplingArgs& args, const Layout& la
         const std::int32_t nextSlot = layout.Slot(logicalEnd);
         const bool empty = nextSlot == slot;
         if (!empty) {
-            span = WrappingSub(logicalEnd, layout.Logical(slot));
-            // The next search starts where this bucket's length predicts its
-            // boundary: X there is asked for now, so that its misses overlap
-            // this bucket's reduction instead of following it. A long
-            // bucket's length misses the next one's by about its square root
-            // on unevenly spaced X, mostly outside the lines asked for, and
-            // the search then waits on memory. So one line near the boundary
-            // after the next is asked for a pass ahead; its X, at this
-            // bucket's mean spacing, then puts the next boundary within a
-            // few points. Only where the search starts and what is asked for
-            // depend on this, never what it finds.
-            if (logicalEnd < endExclusive) {
-                const std::int64_t last = endExclusive - 1;
-                const auto within = [&](std::int64_t i) {
-                    return static_cast<std::int32_t>(i < logicalEnd ? logicalEnd : i > last ? last : i);
-                };
-                std::int32_t predicted = within(static_cast<std::int64_t>(logicalEnd) + span);
-                std::intptr_t lines = 8;
-                if (span >= 1024) {
-                    if (ahead >= logicalEnd && ahead <= last) {
-                        const double offset = (next - x.At(layout.Slot(ahead))) / step * span;
-                        if (std::fabs(offset) < 4.0 * span) {
-                            predicted = within(ahead + static_cast<std::int64_t>(offset));
-                            lines = 4;
-                        }
-                    }
-                    ahead = within(static_cast<std::int64_t>(logicalEnd) + 2 * static_cast<std::int64_t>(span));
-                    x.Prefetch(layout.Slot(ahead), 0);
-                }
-                guess = predicted - logicalEnd;
-                x.Prefetch(layout.Slot(predicted), lines);
-            }
+            const std::int32_t span = WrappingSub(logicalEnd, layout.Logical(slot));
+            if (logicalEnd < endExclusive) guess = forecast.Next(x, layout, logicalEnd, endExclusive - 1, span, next, step);
             bucket(slot, nextSlot, afterEmpty);
         }
         else if (!afterEmpty)
