@@ -45,14 +45,13 @@ struct ExtremeScans {
     typename ScanTable<T>::Extreme min;
     typename ScanTable<T>::Extreme max;
     typename ScanTable<T>::Both minMax;
-    typename ScanTable<T>::BothEach minMaxEach;
 };
 template <class T>
 ExtremeScans<T> ExtremeScansFor(std::int64_t elements) {
     const ScanTable<T>& table = ActiveScans<T>();
     if (StreamsUnaligned(elements * static_cast<std::int64_t>(sizeof(T))))
-        return {table.minStreaming, table.maxStreaming, table.minMaxStreaming, table.minMaxEach};
-    return {table.min, table.max, table.minMax, table.minMaxEach};
+        return {table.minStreaming, table.maxStreaming, table.minMaxStreaming};
+    return {table.min, table.max, table.minMax};
 }
 
 }  // namespace qm::simd

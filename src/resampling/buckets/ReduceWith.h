@@ -53,7 +53,7 @@ public:
     bool TakesBatches() const { return scans_ != nullptr; }
     void MinMaxEach(const TY* y, const std::int32_t* bounds, std::int32_t count,
                     MinMaxPointSearchResult<TY>* results) const {
-        extremes_.minMaxEach(y, bounds, count, results);
+        scans_->minMaxEach(y, bounds, count, results);
     }
 
 private:
@@ -126,6 +126,17 @@ void PickMinOrMax(const Range& range, const MinMaxPointSearchResult<TY>& r, doub
         picks.Add(r.MaxIndex, max);
 }
 
+// The picks of the two-sided reductions (MinMax, MinOrMax, MinOrMaxNearest)
+// from a bucket's MinMax record.
+template <class TY, class Range>
+void PickTwoSided(Reduction reduction, const Range& range, const MinMaxPointSearchResult<TY>& r, double zeroLine,
+                  Picks& picks) {
+    if (reduction == Reduction::MinMax)
+        PickBoth(range, r, picks);
+    else
+        PickMinOrMax(range, r, zeroLine, reduction == Reduction::MinOrMaxNearest, picks);
+}
+
 template <class TY, class Range, class Scans>
 inline Picks ReduceWith(Reduction reduction, const Scans& scans, const TY* y, const Range& range, double zeroLine,
                  std::int32_t& stop) {
@@ -151,10 +162,7 @@ inline Picks ReduceWith(Reduction reduction, const Scans& scans, const TY* y, co
         case Reduction::MinOrMaxNearest: {
             MinMaxPointSearchResult<TY> r = ScanSeeds<TY>::Record();
             stop = ScanPiecesOf(range, [&](std::int32_t a, std::int32_t b) { return scans.MinMax(y, a, b, r); });
-            if (reduction == Reduction::MinMax)
-                PickBoth(range, r, picks);
-            else
-                PickMinOrMax(range, r, zeroLine, reduction == Reduction::MinOrMaxNearest, picks);
+            PickTwoSided(reduction, range, r, zeroLine, picks);
             break;
         }
         case Reduction::Mid: {

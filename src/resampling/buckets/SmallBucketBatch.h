@@ -5,8 +5,8 @@
 // its record, and each bucket waits on the one before. Here adjacent
 // buckets, each one piece of storage, gather until kBatch of them are
 // scanned in one kernel call (ScanTable::minMaxEach, the same scan per
-// range), then picked and emitted in order: the points ReduceWith gives one
-// bucket at a time, and in the same order.
+// range), then picked as ReduceWith picks (PickTwoSided) and emitted: the
+// points ReduceWith gives one bucket at a time, and in the same order.
 
 #include <cstdint>
 
@@ -56,10 +56,7 @@ public:
         for (std::int32_t k = 0; k < count_; ++k) {
             const auto range = layout_.Range(bounds_[k], bounds_[k + 1]);
             Picks picks;
-            if (reduction_ == Reduction::MinMax)
-                PickBoth(range, results_[k], picks);
-            else
-                PickMinOrMax(range, results_[k], zeroLine_, reduction_ == Reduction::MinOrMaxNearest, picks);
+            PickTwoSided(reduction_, range, results_[k], zeroLine_, picks);
             emit_(range, picks);
         }
         count_ = 0;
