@@ -62,12 +62,15 @@ inline constexpr std::int32_t kChains = 4;
 // A stretch is what one packed test covers, and what the final search may
 // have to read again, from cache, while memory waits. Shorter stretches make
 // that search cheap next to the stretches around it; longer ones spend less
-// on the tests at their ends. Measured on whole runs of 10^8 points, 2 KiB
-// beat 4 KiB by up to 0.06 of the summing loop (Int16 MinMax, whose buckets
-// are short enough for two searches to show) and lost nowhere; 1 KiB gained
-// nothing more.
+// on the tests at their ends. On Zen 4, 2 KiB beat 4 KiB by up to 0.06 of
+// the summing loop (Int16 MinMax). On Zen 5 the same loops read memory a
+// quarter to a third slower at 2 KiB than at 8 KiB or more, for every type
+// and on buckets from 8 KiB up (1 KiB and 4 KiB in between), while 8 KiB
+// costs the final search next to nothing there: whole runs gained 0.12 to
+// 0.35 of the summing loop. That outweighs what Zen 4 may lose (not yet
+// measured there at 8 KiB).
 template <class T>
-inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(2048 / sizeof(T));
+inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(8192 / sizeof(T));
 
 // The length of the first of a range's stretches of `stretch` elements (a
 // whole number of cache lines), cut so that every later one starts on a
