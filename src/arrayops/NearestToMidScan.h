@@ -413,9 +413,6 @@ private:
                     __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
                     ahead += 128;
                 }
-                // From L2 as from memory, lines asked for ahead come sooner
-                // (Zen 5, 0 to 0.06 of the summing loop on whole Mid runs).
-                scan::PrefetchGroupAhead<Ops>(p + i);
                 l0 = lower(l0, measure(Ops::Load(p + i)));
                 l1 = lower(l1, measure(Ops::Load(p + i + kLanes)));
                 l2 = lower(l2, measure(Ops::Load(p + i + 2 * kLanes)));
