@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -71,13 +72,29 @@ void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
     CSharp_delete_ResamplingArgs(args);
 }
 
+// Where Y is Double, the NaN-aware table for plain arrays holds in its
+// Linear row, by a kept quirk, another reduction than three modes name: such
+// a case is named after the mode it passes and the reduction that runs, so
+// that no figure is read as another mode's.
+template <class YT>
+std::string CaseName(const std::string& word, const Layout& layout, const Mode& mode) {
+    std::string name = word + "/NaN/" + layout.name + "/" + mode.name;
+    if (!std::is_same_v<YT, double> || layout.ring || layout.data != 0) return name;
+    switch (mode.value) {
+        case 2: return name + "=MinOrMax";
+        case 4: return name + "=Min";
+        case 5: return name + "=Mid";
+        default: return name;
+    }
+}
+
 template <class YT>
 void RegisterY(const std::string& word) {
     const std::string sum = word + "/Sum";
     RegisterSumOfSeries<YT>(sum, &WalkWithGaps<YT>, SeriesPoints());
     for (const Layout& layout : kLayouts)
         for (const Mode& mode : kModes) {
-            const std::string name = word + "/NaN/" + layout.name + "/" + mode.name;
+            const std::string name = CaseName<YT>(word, layout, mode);
             RegisterOnIsas(name, sum, benchmark::kMillisecond, [&layout, &mode](benchmark::State& state) {
                 RunCase<YT>(state, layout, mode.value);
             });
