@@ -91,7 +91,7 @@ std::string CaseName(const std::string& word, const Layout& layout, const Mode& 
 template <class YT>
 void RegisterY(const std::string& word) {
     const std::string sum = word + "/Sum";
-    RegisterSumOfSeries<YT>(sum, &WalkWithGaps<YT>, SeriesPoints());
+    RegisterReadsOfSeries<YT>(sum, &WalkWithGaps<YT>, SeriesPoints());
     for (const Layout& layout : kLayouts)
         for (const Mode& mode : kModes) {
             const std::string name = CaseName<YT>(word, layout, mode);

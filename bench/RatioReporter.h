@@ -1,6 +1,7 @@
 #pragma once
 // Console output as usual, then one table that divides each case's bytes
-// per second by those of the summing loop over the same memory.
+// per second by those of its baseline over the same memory: the summing
+// loop, or the faster of it and a second reading where one is set.
 
 #include <map>
 #include <string>
@@ -12,6 +13,9 @@ namespace bench {
 // Ties a case to its summing baseline; the benchmarks call it as they
 // register themselves.
 void SetBaseline(const std::string& caseName, const std::string& baselineName);
+// A second reading of the same memory beside a baseline: the cases tied to
+// `baselineName` are measured against whichever of the two read faster.
+void SetFasterBaseline(const std::string& baselineName, const std::string& alternativeName);
 
 class RatioReporter : public benchmark::ConsoleReporter {
 public:

@@ -152,7 +152,7 @@ template <class YT>
 void RegisterY(const std::string& word) {
     const Series whole{SeriesPoints(), kViewportWidth};
     const std::string sum = word + "/Sum";
-    RegisterSumOfSeries<YT>(sum, &Walk<YT>, whole.points);
+    RegisterReadsOfSeries<YT>(sum, &Walk<YT>, whole.points);
     const std::string hand = word + "/HandMinMax";
     benchmark::RegisterBenchmark(hand.c_str(), [](benchmark::State& state) {
         const YT* y = Walk<YT>(SeriesPoints());
