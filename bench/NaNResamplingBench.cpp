@@ -80,7 +80,7 @@ template <class YT>
 std::string CaseName(const std::string& word, const Layout& layout, const Mode& mode) {
     std::string name = word + "/NaN/" + layout.name + "/" + mode.name;
     if (!std::is_same_v<YT, double> || layout.ring || layout.data != 0) return name;
-    switch (mode.value) {
+    switch (mode.value) {  // as kModes numbers them
         case 2: return name + "=MinOrMax";
         case 4: return name + "=Min";
         case 5: return name + "=Mid";

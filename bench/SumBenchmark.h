@@ -31,9 +31,9 @@ void RegisterSumOfSeries(const std::string& name, const YT* (*yArray)(std::int32
 // (`name`) and the library's own Max over the whole array in one call
 // (`name` + "/WholeMax"), the cases being measured against the faster. On
 // Zen 5 the summing loop, and every plain loop tried beside it, read memory
-// up to a tenth slower than the library's scans do, and a yardstick slower
+// 10 to 25 % slower than the library's scans do, and a yardstick slower
 // than memory would flatter every case; where the summing loop is the
-// faster (Zen 4), nothing changes.
+// faster, nothing changes.
 template <class YT>
 void RegisterReadsOfSeries(const std::string& name, const YT* (*yArray)(std::int32_t), std::int32_t n) {
     RegisterSumOfSeries(name, yArray, n);
