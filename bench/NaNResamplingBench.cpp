@@ -14,6 +14,7 @@
 #include "BenchFailures.h"
 #include "IsaCases.h"
 #include "RatioReporter.h"
+#include "ReadCounters.h"
 #include "RunExports.h"
 #include "SeriesArrays.h"
 #include "SumBenchmark.h"
@@ -67,8 +68,7 @@ void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode) {
     }
     if (auto failure = TakeFailure()) state.SkipWithError(failure->c_str());
     state.counters["points_out"] = CSharp_IntVector_size(indices);
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(YT)));
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
+    SetReadCounters<YT>(state, n);
     CSharp_delete_ResamplingArgs(args);
 }
 

@@ -14,6 +14,7 @@
 #include "BenchFailures.h"
 #include "IsaCases.h"
 #include "RatioReporter.h"
+#include "ReadCounters.h"
 #include "RunExports.h"
 #include "SeriesArrays.h"
 #include "SumBenchmark.h"
@@ -120,9 +121,7 @@ void RunCase(benchmark::State& state, const Layout& layout, std::int32_t mode, c
         }
         if (auto late = TakeFailure()) state.SkipWithError(late->c_str());
         state.counters["points_out"] = CSharp_IntVector_size(r.indices);
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * series.points *
-                                static_cast<std::int64_t>(sizeof(YT)));
-        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * series.points);
+        SetReadCounters<YT>(state, series.points);
     }
     CSharp_delete_ResamplingArgs(args);
 }
@@ -157,9 +156,7 @@ void RegisterY(const std::string& word) {
     benchmark::RegisterBenchmark(hand.c_str(), [](benchmark::State& state) {
         const YT* y = Walk<YT>(SeriesPoints());
         for (auto _ : state) benchmark::DoNotOptimize(HandMinMax(y, SeriesPoints()));
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * SeriesPoints() *
-                                static_cast<std::int64_t>(sizeof(YT)));
-        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * SeriesPoints());
+        SetReadCounters<YT>(state, SeriesPoints());
     })->Unit(benchmark::kMillisecond);
     SetBaseline(hand, sum);
     for (const Layout& layout : kLayouts) {

@@ -10,6 +10,7 @@
 
 #include "IsaCases.h"
 #include "RatioReporter.h"
+#include "ReadCounters.h"
 #include "ScanData.h"
 #include "ScanExports.h"
 #include "SumBaseline.h"
@@ -27,12 +28,6 @@ struct ArraySize {
 constexpr ArraySize kSizes[] = {{32 * 1024, "32Ki", benchmark::kMicrosecond},
                                 {64 * 1024 * 1024, "64Mi", benchmark::kMillisecond}};
 
-template <class T>
-void SetBytes(benchmark::State& state, std::int32_t n) {
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(T)));
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
-}
-
 // A scan case: the call gets the handle, the array, its length and a record,
 // and seeds its own outputs from element 0 (the library takes its seeds from
 // the caller), then scans the rest.
@@ -47,7 +42,7 @@ void RegisterScan(const std::string& name, const std::string& baseline, const Ar
         for (auto _ : state) call(operations, data, n, record);
         Api::DeleteRecord(record);
         Api::Delete(operations);
-        SetBytes<T>(state, n);
+        SetReadCounters<T>(state, n);
     });
 }
 
@@ -66,7 +61,7 @@ void RegisterType(const ArraySize& size) {
             auto total = SumAll(data, static_cast<std::size_t>(n));
             benchmark::DoNotOptimize(total);
         }
-        SetBytes<T>(state, n);
+        SetReadCounters<T>(state, n);
     })->Unit(size.unit);
 
     RegisterScan<T>(prefix + "Min", sum, size, [](Ops* o, const T* d, std::int32_t count, Record*) {

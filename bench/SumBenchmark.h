@@ -8,6 +8,7 @@
 #include <string>
 
 #include "RatioReporter.h"
+#include "ReadCounters.h"
 #include "ScanExports.h"
 #include "SumBaseline.h"
 
@@ -22,8 +23,7 @@ void RegisterSumOfSeries(const std::string& name, const YT* (*yArray)(std::int32
             auto total = SumAll(y, static_cast<std::size_t>(n));
             benchmark::DoNotOptimize(total);
         }
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(YT)));
-        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
+        SetReadCounters<YT>(state, n);
     })->Unit(unit);
 }
 
@@ -48,8 +48,7 @@ void RegisterReadsOfSeries(const std::string& name, const YT* (*yArray)(std::int
             benchmark::DoNotOptimize(max);
         }
         Api::Delete(operations);
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * n * static_cast<std::int64_t>(sizeof(YT)));
-        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * n);
+        SetReadCounters<YT>(state, n);
     })->Unit(benchmark::kMillisecond);
     SetFasterBaseline(name, whole);
 }

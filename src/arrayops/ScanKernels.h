@@ -59,6 +59,9 @@ struct Above {
 // each other (a packed min takes three or four cycles, and two issue per cycle).
 inline constexpr std::int32_t kChains = 4;
 
+// The cache line of every x86-64 and arm64 core the library plans for.
+inline constexpr std::uintptr_t kCacheLine = 64;
+
 // A stretch is what one packed test covers, and what the final search may
 // have to read again, from cache, while memory waits. Shorter stretches make
 // that search cheap next to the stretches around it; longer ones spend less
@@ -81,10 +84,9 @@ inline constexpr std::int32_t kStretch = static_cast<std::int32_t>(8192 / sizeof
 // element's size can never be aligned, and keeps whole stretches.
 template <class T>
 [[gnu::always_inline]] inline std::int32_t FirstStretchLength(const T* p, std::int32_t stretch) {
-    constexpr std::uintptr_t kLine = 64;
     const auto address = reinterpret_cast<std::uintptr_t>(p);
     if (address % sizeof(T) != 0) return stretch;
-    return stretch - static_cast<std::int32_t>(address % kLine / sizeof(T));
+    return stretch - static_cast<std::int32_t>(address % kCacheLine / sizeof(T));
 }
 
 // Lane i of the result is lane (i + kShift) mod kLanes of v; with kInBlocks
@@ -358,10 +360,10 @@ struct Groups {
 // distances of 6 to 12 KiB no more than 4 KiB.
 template <class Ops>
 [[gnu::always_inline]] inline void PrefetchGroupAhead(const typename Ops::Element* p) {
-    constexpr std::uintptr_t kDistance = 4096, kLine = 64;
+    constexpr std::uintptr_t kDistance = 4096;
     constexpr std::uintptr_t kGroupBytes = kChains * sizeof(typename Ops::V);
     const std::uintptr_t ahead = reinterpret_cast<std::uintptr_t>(p) + kDistance;
-    for (std::uintptr_t line = 0; line < kGroupBytes; line += kLine)
+    for (std::uintptr_t line = 0; line < kGroupBytes; line += kCacheLine)
         __builtin_prefetch(reinterpret_cast<const void*>(ahead + line), 0, 3);
 }
 
