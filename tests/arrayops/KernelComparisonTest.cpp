@@ -202,12 +202,13 @@ TYPED_TEST(Kernels, ScansMatchThePlainWalk) {
     using L = std::numeric_limits<T>;
     const std::vector<T> all = Alphabet<T>();
     // Lengths around every unroll boundary of every ISA: vectors of 1 to 64
-    // lanes, short ranges held in registers, four chains, and stretches.
-    const std::int32_t stretch = scan::kStretch<T>;
+    // lanes, short ranges held in registers, four chains, and stretches,
+    // with a last piece short enough to join the stretch before it or not.
+    const std::int32_t stretch = scan::kStretch<T>, joined = stretch + stretch / 4;
     std::vector<std::int32_t> counts(71);
     std::iota(counts.begin(), counts.end(), 0);
     counts.insert(counts.end(), {127, 128, 129, 255, 256, 257, 300, 511, 512, 513, stretch - 1, stretch, stretch + 1,
-                                 2 * stretch + 3, 3 * stretch + 77});
+                                 joined, joined + 1, 2 * stretch + 3, 3 * stretch + 77});
     std::mt19937_64 rng(20240611u);
     for (const std::int32_t count : counts) {
         for (std::int32_t trial = 0; trial < 8; ++trial) {
