@@ -47,8 +47,10 @@
 #include <limits>
 #include <type_traits>
 
+#include "arrayops/LaneFolds.h"
+#include "arrayops/MidBandSearch.h"
 #include "arrayops/Midrange.h"
-#include "arrayops/ScanKernels.h"
+#include "arrayops/ScanStretches.h"
 #include "arrayops/ScanTable.h"
 #include "model/CacheSizes.h"
 
@@ -482,78 +484,6 @@ private:
         return length;
     }
 
-    // Where the band ends are; an empty band is one no value falls in.
-    struct Lanes {
-        V low, high;
-        T lowT, highT;
-        explicit Lanes(const Band<T>& band) { Set(band); }
-        // The ends stay finite (InBandOfFour needs that): an infinite
-        // element is never strictly nearer than any bound, so a band that
-        // reaches to infinity loses nothing at the largest finite value.
-        void Set(const Band<T>& band) {
-            constexpr T kLowest = std::numeric_limits<T>::lowest(), kLargest = std::numeric_limits<T>::max();
-            lowT = band.empty ? kLargest : band.low < kLowest ? kLowest : band.low;
-            highT = band.empty ? kLowest : band.high > kLargest ? kLargest : band.high;
-            low = Ops::Splat(lowT);
-            high = Ops::Splat(highT);
-        }
-        [[gnu::always_inline]] auto In(V e) const { return Ops::InBand(e, low, high); }
-        bool In(T e) const { return !(lowT > e) && !(e > highT) && e == e; }
-    };
-
-    // What a pass keeps while it searches: the band and the best so far.
-    struct Search {
-        const T* p;
-        std::int32_t at;
-        double mid;
-        double& bound;
-        std::int32_t& chosen;
-        Lanes band;
-
-        // An element in the band: measured exactly, and taken only if
-        // strictly nearer; the band then narrows to the new distance.
-        void Visit(std::int32_t i) {
-            const double d = DistanceToMid(p[i], mid);
-            if (!(bound > d)) return;
-            bound = d;
-            chosen = at + i;
-            band.Set(BandOf<T>(mid, bound));
-        }
-
-        // The vectors at p + i, k of them, of which some lane is in the band.
-        [[gnu::noinline]] void VisitVectors(std::int32_t i, std::int32_t k) {
-            for (std::int32_t v = i; v < i + k * kLanes; v += kLanes) {
-                std::uint64_t bits = Ops::ByteBits(band.In(Ops::Load(p + v)));
-                while (bits != 0) {
-                    const std::int32_t lane = Ops::LaneOf(bits);
-                    Visit(v + lane);
-                    const auto next = static_cast<unsigned>((lane + 1) * sizeof(T));
-                    bits = next >= 64 ? 0 : bits & (~std::uint64_t{0} << next) & Ops::ByteBits(band.In(Ops::Load(p + v)));
-                }
-            }
-        }
-    };
-
-    // Lanes where one of four vectors holds an element of [low, high], both
-    // finite. Floating types measure how far each element lies outside the
-    // band, at most 0 inside it (a difference of two floating values has
-    // the exact sign), and test the least of the four once: one compare
-    // where there were eight, which is what the search from cache waits on.
-    // A NaN element measures NaN, which Lower drops in favour of the chain
-    // it joins, seeded with +infinity; NaN is in no band.
-    [[gnu::always_inline]] static auto InBandOfFour(V e0, V e1, V e2, V e3, V low, V high) {
-        if constexpr (std::is_floating_point_v<T>) {
-            const auto outside = [&](V e) { return Ops::Higher(e - high, low - e); };
-            V least = Ops::Splat(std::numeric_limits<T>::infinity());
-            least = Ops::Lower(Ops::Lower(Ops::Lower(Ops::Lower(least, outside(e0)), outside(e1)), outside(e2)),
-                               outside(e3));
-            return least <= V{};
-        } else {
-            return (Ops::InBand(e0, low, high) | Ops::InBand(e1, low, high)) |
-                   (Ops::InBand(e2, low, high) | Ops::InBand(e3, low, high));
-        }
-    }
-
     // One read of [at, at + n): the first element with the smallest
     // distance to mid below `bound` (`chosen` and `bound` become it and its
     // distance; both stay when there is none), and with kRange the value
@@ -566,7 +496,7 @@ private:
     template <bool kRange>
     std::int32_t Pass(std::int32_t at, std::int32_t n, double mid, double& bound, std::int32_t& chosen,
                       T* low = nullptr, T* high = nullptr) const {
-        Search search{y_ + at, at, mid, bound, chosen, Lanes(BandOf<T>(mid, bound))};
+        BandSearch<Ops> search{y_ + at, at, mid, bound, chosen, BandLanes<Ops>(BandOf<T>(mid, bound))};
         const T* p = search.p;
         const V seedLow = Ops::Splat(std::numeric_limits<T>::max());
         const V seedHigh = Ops::Splat(std::numeric_limits<T>::lowest());
@@ -583,7 +513,7 @@ private:
             const V e0 = Ops::Held(Ops::Load(p + i)), e1 = Ops::Held(Ops::Load(p + i + kLanes));
             const V e2 = Ops::Held(Ops::Load(p + i + 2 * kLanes)), e3 = Ops::Held(Ops::Load(p + i + 3 * kLanes));
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
-            const auto in = InBandOfFour(e0, e1, e2, e3, bandLow, bandHigh);
+            const auto in = InBandOfFour<Ops>(e0, e1, e2, e3, bandLow, bandHigh);
             if (!kRange && ahead < aheadEnd_) {
                 __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
                 __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
