@@ -100,9 +100,9 @@ inline constinit std::atomic<bool> gAheadToL2{false};
 // read memory 6 to 11 % faster and those that stop at NaN 39 % faster;
 // asking for every second or fourth line gained next to nothing, and
 // distances of 6 to 12 KiB no more than 4 KiB. On an Intel Xeon (AVX-512)
-// the same lines asked into L1 held its few line fill buffers for a whole
-// trip to memory: MinMax runs read 15 to 30 % slower than with no prefetch
-// at all, on every ISA. Asked into L2 instead, they read memory as fast as
+// the same lines asked into L1 made MinMax runs read 15 to 30 % slower than
+// with no prefetch at all, on every ISA (most likely each held one of its
+// few line fill buffers for a whole trip to memory). Asked into L2 instead, they read memory as fast as
 // the plain Min or Max scans there (`toL2`).
 template <class Ops>
 [[gnu::always_inline]] inline void PrefetchGroupAhead(const typename Ops::Element* p, bool toL2) {

@@ -40,10 +40,9 @@ bool StreamsUnalignedOn(Isa isa) {
     return false;
 }
 
-// Intel's cores keep few line fill buffers between L1 and memory, and a
-// line asked into L1 holds one for the whole trip: there the scans ask for
-// their lines ahead into L2 (ScanStretches.h). AMD's were measured the
-// other way round (Zen 5), and other makers not at all.
+// On Intel the scans ask for their lines ahead into L2, where into L1 they
+// slowed MinMax by 15 to 30 % (ScanStretches.h); AMD's cores were measured
+// the other way round (Zen 5), and other makers' not at all.
 bool AheadToL2() {
 #if QM_X86_ISAS
     __builtin_cpu_init();
