@@ -102,8 +102,8 @@ inline constinit std::atomic<bool> gAheadToL2{false};
 // distances of 6 to 12 KiB no more than 4 KiB. On an Intel Xeon (AVX-512)
 // the same lines asked into L1 made MinMax runs read 15 to 30 % slower than
 // with no prefetch at all, on every ISA (most likely each held one of its
-// few line fill buffers for a whole trip to memory). Asked into L2 instead, they read memory as fast as
-// the plain Min or Max scans there (`toL2`).
+// few line fill buffers for a whole trip to memory); asked into L2 (`toL2`)
+// they read memory as fast as the plain Min or Max scans there.
 template <class Ops>
 [[gnu::always_inline]] inline void PrefetchGroupAhead(const typename Ops::Element* p, bool toL2) {
     constexpr std::uintptr_t kDistance = 4096;
