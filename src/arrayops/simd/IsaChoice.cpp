@@ -13,8 +13,11 @@ namespace {
 Isa Detect() {
 #if QM_X86_ISAS
     __builtin_cpu_init();
-    // The AVX-512 loops use F (32- and 64-bit lanes) and BW (8- and 16-bit).
-    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw")) return Isa::Avx512;
+    // The AVX-512 loops use F (32- and 64-bit lanes), BW (8- and 16-bit) and
+    // DQ (the Mid search's distances); every processor with BW has DQ.
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+        __builtin_cpu_supports("avx512dq"))
+        return Isa::Avx512;
     if (__builtin_cpu_supports("avx2")) return Isa::Avx2;
     return Isa::Sse2;
 #else
