@@ -60,13 +60,13 @@ struct LinearPrediction {
 
     std::int32_t operator()(double boundary) const {
         const double position = (boundary - base) / spacing;
-        return WrappingAdd(startIndex, TruncateToInt32(RoundHalfAwayFromZero(position)));
+        return WrappingAdd(startIndex, RoundToInt32(position));
     }
 };
 
 // On a category axis a boundary is an index already.
 struct CategoryPrediction {
-    std::int32_t operator()(double boundary) const { return TruncateToInt32(RoundHalfAwayFromZero(boundary)); }
+    std::int32_t operator()(double boundary) const { return RoundToInt32(boundary); }
 };
 
 // Mean spacing of X from the two ends of the visible stretch only.
