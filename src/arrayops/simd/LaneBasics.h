@@ -12,11 +12,12 @@
 // An ISA's Ops add Lower and Higher (the strict lane min and max: an
 // unordered or equal pair keeps `best`), Any (some lane of a compare is
 // set), ByteBits (one bit per byte of a compare, lowest lane first) and
-// LaneBits (one bit per lane), and
-// replace Equal, InBand, Unordered and Held where the compiler's own forms
-// would fall back to scalar code or read memory twice. Unordered may answer
-// one bit per lane in a mask register rather than lanes; Any takes both. They may add
-// EqualBits (LaneBits of Equal in one step) and, with kLoadsPart, LoadPart.
+// LaneBits (one bit per lane), and replace Equal, InBand, Unordered and Held
+// where the compiler's own forms would fall back to scalar code or read
+// memory twice. Unordered may answer one bit per lane in a mask register
+// rather than lanes; Any takes both. They may add EqualBits (LaneBits of
+// Equal in one step), LowerMagnitude (floating types: Lower of a lane and a
+// magnitude in one step) and, with kLoadsPart, LoadPart.
 
 #include <cstdint>
 #include <cstring>
