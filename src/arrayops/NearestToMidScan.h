@@ -428,7 +428,7 @@ private:
                     __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
                     ahead += 128;
                 }
-                if (pastL1) FromL2Ahead(p + i);
+                if (pastL1) PrefetchGroupAhead<Ops, kFromL2Ahead>(p + i, false);
                 l0 = take(l0, Ops::Load(p + i));
                 l1 = take(l1, Ops::Load(p + i + kLanes));
                 l2 = take(l2, Ops::Load(p + i + 2 * kLanes));
@@ -458,14 +458,9 @@ private:
 
     // A cached range larger than L1 is mostly in L2 when it is searched, and
     // a loop that waits for the L1 to ask for its lines reads L2 a fifth
-    // slower than one that asks a few KiB ahead (into L1; a prefetch never
-    // faults, so lines past the range cost only a little bandwidth). A range
-    // within L1 only loses by it.
-    static constexpr std::int32_t kFromL2Ahead = 2048;
-    [[gnu::always_inline]] static void FromL2Ahead(const T* group) {
-        const char* at = reinterpret_cast<const char*>(group) + kFromL2Ahead;
-        for (std::size_t line = 0; line < 4 * sizeof(V); line += 64) __builtin_prefetch(at + line, 0, 3);
-    }
+    // slower than one that asks a few KiB ahead into L1 (lines past the range
+    // cost only a little bandwidth). A range within L1 only loses by it.
+    static constexpr std::uintptr_t kFromL2Ahead = 2048;
 
     explicit NearestToMidScan(const T* y) : y_(y) {}
 

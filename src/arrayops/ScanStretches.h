@@ -93,9 +93,9 @@ struct Groups {
 // chosen with the ISA, by the processor's maker (simd/IsaChoice.cpp).
 inline constinit std::atomic<bool> gAheadToL2{false};
 
-// Every line of the group of vectors 4 KiB past `p` asked for from memory,
-// ahead of the loads that need it (a prefetch is a hint: it never faults,
-// wherever the address lies). On Zen 5 the hardware prefetchers left these
+// Every line of the group of vectors 4 KiB (or kDistance) past `p` asked
+// for from memory, ahead of the loads that need it (a prefetch is a hint:
+// it never faults, wherever the address lies). On Zen 5 the hardware prefetchers left these
 // loops waiting on memory: with every line asked for, whole MinMax runs
 // read memory 6 to 11 % faster and those that stop at NaN 39 % faster;
 // asking for every second or fourth line gained next to nothing, and
@@ -104,9 +104,8 @@ inline constinit std::atomic<bool> gAheadToL2{false};
 // with no prefetch at all, on every ISA (most likely each held one of its
 // few line fill buffers for a whole trip to memory); asked into L2 (`toL2`)
 // they read memory as fast as the plain Min or Max scans there.
-template <class Ops>
+template <class Ops, std::uintptr_t kDistance = 4096>
 [[gnu::always_inline]] inline void PrefetchGroupAhead(const typename Ops::Element* p, bool toL2) {
-    constexpr std::uintptr_t kDistance = 4096;
     constexpr std::uintptr_t kGroupBytes = kChains * sizeof(typename Ops::V);
     const std::uintptr_t ahead = reinterpret_cast<std::uintptr_t>(p) + kDistance;
     for (std::uintptr_t line = 0; line < kGroupBytes; line += kCacheLine) {
