@@ -68,15 +68,20 @@ template <class Ops, std::size_t kCount, bool kStopAtNaN, bool kPart = false, cl
     return true;
 }
 
-// A range of one vector up to eight of them and 64 elements, what small
-// buckets are: taken in registers, as few vectors as cover it. False, having
-// taken nothing, for any other range, or one with a NaN to stop at.
+// A range of up to eight vectors and 64 elements, what small buckets are:
+// taken in registers, as few vectors as cover it (part of one, on an ISA
+// that loads part of one). False, having taken nothing, for any other range,
+// or one with a NaN to stop at.
 template <class Ops, bool kStopAtNaN, class Tracker, class T>
 [[gnu::always_inline]] inline bool RunInRegisters(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     constexpr std::int32_t kLanes = Ops::kLanes;
     const std::int64_t count = static_cast<std::int64_t>(end) - start;
-    if (count < kLanes || count > 64) return false;
+    if (count <= 0 || count > 64) return false;
     const auto n = static_cast<std::int32_t>(count);
+    if (n < kLanes) {
+        if constexpr (Ops::kLoadsPart) return RunShort<Ops, 1, kStopAtNaN, true>(tracker, data + start, start, n);
+        return false;
+    }
     if (n <= kLanes) return RunShort<Ops, 1, kStopAtNaN>(tracker, data + start, start, n);
     if (n <= 2 * kLanes) return RunShort<Ops, 2, kStopAtNaN>(tracker, data + start, start, n);
     if (n <= 4 * kLanes) return RunShort<Ops, 4, kStopAtNaN>(tracker, data + start, start, n);
@@ -92,17 +97,14 @@ template <class Ops, bool kStopAtNaN, class Tracker, class T>
 template <class Ops, bool kStopAtNaN, bool kOnLines = true, class Tracker, class T>
 [[gnu::always_inline]] inline std::int32_t Run(Tracker& tracker, const T* data, std::int32_t start, std::int32_t end) {
     constexpr std::int32_t kLanes = Ops::kLanes;
+    if (RunInRegisters<Ops, kStopAtNaN>(tracker, data, start, end)) return end;
     if (static_cast<std::int64_t>(end) - start < kLanes) {
-        if constexpr (Ops::kLoadsPart)
-            if (start < end && RunShort<Ops, 1, kStopAtNaN, true>(tracker, data + start, start, end - start))
-                return end;
         for (std::int32_t i = start; i < end; ++i) {
             if (kStopAtNaN && data[i] != data[i]) return i;
             tracker.Visit(data[i], i);
         }
         return end;
     }
-    if (RunInRegisters<Ops, kStopAtNaN>(tracker, data, start, end)) return end;
     tracker.Start();
     std::int32_t i = start;
     std::int32_t stretch = kOnLines ? FirstStretchLength(data + start, kStretch<T>) : kStretch<T>;
