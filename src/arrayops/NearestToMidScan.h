@@ -30,12 +30,8 @@
 // stretch read last of those that can come nearest and then only in
 // stretches whose values can come as near. That costs less than searching
 // against a middle that still moves. Floating types and integers of up to
-// 32 bits first measure every element's distance in their own lanes without
-// a branch, and then search only the stretches that hold the least one: the
-// band test and its visits cost about twice that read. The measuring stops
-// at the first stretch that reaches a distance nothing can be below (an
-// integer's nearest, a float equal to the middle), which on data with
-// repeated values is early.
+// 32 bits first measure every element's distance in their own lanes
+// (MidSearchInLanes.h), which mostly settles the search.
 //
 // A range of two pieces (a ring buffer's wrapped bucket) has one middle but
 // its own nearest element per piece, the second piece starting afresh. The
@@ -49,6 +45,8 @@
 
 #include "arrayops/LaneFolds.h"
 #include "arrayops/MidBandSearch.h"
+#include "arrayops/MidRecords.h"
+#include "arrayops/MidSearchInLanes.h"
 #include "arrayops/Midrange.h"
 #include "arrayops/ScanStretches.h"
 #include "arrayops/ScanTable.h"
@@ -61,6 +59,8 @@ class NearestToMidScan {
 public:
     using T = typename Ops::Element;
     using V = typename Ops::V;
+    using Record = MidRecord<Ops>;
+    using Piece = MidPiece<Ops>;
 
     static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
         std::int64_t total = 0;
@@ -113,131 +113,24 @@ private:
         // a search that reads from L2 waits on the prefetches (most likely
         // for the miss buffers they hold for a whole memory latency) and
         // loses more than they save the next range.
-        const std::int64_t bytes = scan.BytesRead(read);
-        scan.ahead_ = reinterpret_cast<std::uintptr_t>(y + answer.stop);
-        scan.aheadEnd_ = scan.ahead_ + static_cast<std::uintptr_t>(bytes <= kL1Bytes ? bytes / 2 : 0);
-        scan.pastL1_ = bytes > kL1Bytes;
+        std::int64_t bytes = 0;
+        for (std::int32_t k = 0; k < read; ++k) bytes += scan.pieces_[k].Elements() * static_cast<std::int64_t>(sizeof(T));
+        scan.ahead_.next = reinterpret_cast<std::uintptr_t>(y + answer.stop);
+        scan.ahead_.end = scan.ahead_.next + static_cast<std::uintptr_t>(bytes <= kL1Bytes ? bytes / 2 : 0);
+        const MidSearchInLanes<Ops> lanes(y, scan.ahead_, bytes > kL1Bytes);
+        const auto searchByBound = [&](std::int32_t at, std::int32_t n, double& bound, std::int32_t& chosen) {
+            scan.Pass<false>(at, n, answer.mid, bound, chosen);
+        };
         for (std::int32_t k = 0; k < read; ++k) {
             if constexpr (std::is_floating_point_v<T>) {
-                if (scan.SearchFromLeastDistance(k, answer.mid, answer.chosen[k])) continue;
-            } else if constexpr (kExactInLanes) {
-                if (scan.SearchExactly(k, answer.mid, answer.chosen[k])) continue;
+                if (lanes.FromLeastDistance(scan.pieces_[k], answer.mid, answer.chosen[k], searchByBound)) continue;
+            } else if constexpr (MidSearchInLanes<Ops>::kExactInLanes) {
+                if (lanes.Exactly(scan.pieces_[k], answer.mid, scan.min_, scan.max_, answer.chosen[k])) continue;
             }
             scan.SearchNearestRecord(k, answer.mid);
             scan.Settle(k, answer.mid, answer.chosen[k]);
         }
         return answer;
-    }
-
-    // What the records of the first `read` pieces cover.
-    std::int64_t BytesRead(std::int32_t read) const {
-        std::int64_t elements = 0;
-        for (std::int32_t k = 0; k < read; ++k)
-            for (std::int32_t r = 0; r < pieces_[k].count; ++r) elements += pieces_[k].records[r].length;
-        return elements * static_cast<std::int64_t>(sizeof(T));
-    }
-
-    // Floating types, when the middle is a T (as Max + Min halved nearly
-    // always is): each record's least distance to it, lane by lane in the
-    // type's own lanes, in one read without a branch. Where the least of
-    // all, L, is exact (nearly always), the first element at it is the
-    // answer. Otherwise the records that can reach the step above L are
-    // searched with that step as the bound. A lane distance is the exact
-    // distance rounded to T, and rounding keeps order: the element that
-    // gives L lies less than half a step of T above L, in double too, so the
-    // search finds it or a nearer one, first of equals first; an element
-    // whose lane distance is above the step lies at least that step away in
-    // double, and a bound it does not beat cannot take it. False, with
-    // nothing chosen, when the middle is no T or no distance is below
-    // DBL_MAX.
-    bool SearchFromLeastDistance(std::int32_t k, double mid, std::int32_t& chosen) {
-        const T middle = static_cast<T>(mid);
-        if (!(static_cast<double>(middle) == mid)) return false;
-        const Piece& piece = pieces_[k];
-        const V m = Ops::Splat(middle);
-        V least[kRecords];
-        const auto measure = [m](V e) { return Magnitude(e - m); };
-        const T floor = MeasureRecords(piece, mid, least, Ops::Splat(std::numeric_limits<T>::infinity()),
-                                       [m](V less, V e) { return LowerMagnitude(less, e - m); },
-                                       [](V a, V b) { return Ops::Lower(a, b); });
-        if (!(floor < std::numeric_limits<T>::infinity())) return false;
-        if (LaneDistanceIsExact(floor, mid)) return FirstAtFloor(piece, least, floor, measure, chosen);
-        const T step = Step(floor, true);
-        const V stepLanes = Ops::Splat(step);
-        // No distance of DBL_MAX or more counts (a Double step above it is infinite).
-        double bound = static_cast<double>(step) < DBL_MAX ? static_cast<double>(step) : DBL_MAX;
-        std::int32_t at = -1;
-        for (std::int32_t r = 0; r < piece.count; ++r) {
-            if (Ops::Any(least[r] <= stepLanes)) Pass<false>(piece.records[r].at, piece.records[r].length, mid, bound, at);
-        }
-        if (at < 0) return false;
-        chosen = at;
-        return true;
-    }
-
-    // Whether every element whose lane distance is the least, `floor`, lies
-    // exactly that far from the middle: none is then nearer, and the first
-    // of them is the nearest, found without the search by bound. Double
-    // measures in the distance's own arithmetic. Single rounds e - m, but an
-    // element at most a quarter of |m| from m lies within half of m, where
-    // the difference of two floats is exact (Sterbenz), and an element whose
-    // exact distance is above floor measures above it (a float distance
-    // rounds to floor only from within half a step of it). Only a distance
-    // below DBL_MAX counts at all.
-    static bool LaneDistanceIsExact(T floor, double mid) {
-        if constexpr (sizeof(T) == sizeof(double)) return floor < DBL_MAX;
-        return floor == 0 || static_cast<double>(floor) <= std::fabs(mid) * 0.25;
-    }
-
-    // Integers of up to 32 bits, whose distances to the middle are exact in
-    // double: the same order in their own lanes, without the middle.
-    // Measured from the range's least value (u = e - min, unsigned, in
-    // [0, R] where R = max - min), twice the distance is |2u - R|; with h =
-    // R / 2 rounded down and h' = R - h, the whole number
-    // min(u - h', h - u), where each difference wraps and the one that does
-    // is the larger, is that distance rounded down, in the same order. The
-    // least of them is then found first, and the first element at it is
-    // the nearest. False when Max + Min wrapped (32 bits), which leaves the
-    // middle outside the range.
-    static constexpr bool kExactInLanes = std::is_integral_v<T> && sizeof(T) <= sizeof(std::int32_t);
-    using U = std::make_unsigned_t<std::conditional_t<kExactInLanes, T, int>>;
-    struct UnsignedLanes {
-        typedef U type __attribute__((vector_size(sizeof(V))));
-    };
-    using UV = typename UnsignedLanes::type;
-
-    bool SearchExactly(std::int32_t k, double mid, std::int32_t& chosen) {
-        const Piece& piece = pieces_[k];
-        // A 32-bit Max + Min that wrapped puts the middle outside the range.
-        const bool wrapped = mid != (static_cast<double>(max_) + static_cast<double>(min_)) * 0.5;
-        if (piece.count == 0 || wrapped) return false;
-        const U range = static_cast<U>(static_cast<U>(max_) - static_cast<U>(min_));
-        const U below = static_cast<U>(range / 2), above = static_cast<U>(range - range / 2);
-        const UV high = static_cast<U>(static_cast<U>(min_) + above) - UV{};
-        const UV low = static_cast<U>(static_cast<U>(min_) + below) - UV{};
-        const auto measure = [high, low](V e) {
-            const UV up = (UV)e - high, down = low - (UV)e;
-            return up < down ? up : down;
-        };
-        UV least[kRecords];
-        const auto lower = [](UV a, UV b) { return b < a ? b : a; };
-        const U floor = MeasureRecords(piece, mid, least, std::numeric_limits<U>::max() - UV{},
-                                       [&](UV less, V e) { return lower(less, measure(e)); }, lower);
-        return FirstAtFloor(piece, least, floor, measure, chosen);
-    }
-
-    // The lesser of `less` and |v| lane by lane, NaN in v keeping `less`: in
-    // one operation where the ISA has one.
-    [[gnu::always_inline]] static V LowerMagnitude(V less, V v) {
-        if constexpr (requires { Ops::LowerMagnitude(less, v); }) return Ops::LowerMagnitude(less, v);
-        else return Ops::Lower(less, Magnitude(v));
-    }
-
-    // |v| lane by lane: the sign bit cleared, NaN left NaN.
-    [[gnu::always_inline]] static V Magnitude(V v) {
-        using Bits = std::conditional_t<sizeof(T) == 8, std::int64_t, std::int32_t>;
-        typedef Bits BitsV __attribute__((vector_size(sizeof(V))));
-        return (V)((BitsV)v & (std::numeric_limits<Bits>::max() - BitsV{}));
     }
 
     // The lane bests of one stretch, four chains a side, taken by the
@@ -299,7 +192,7 @@ private:
             if (stop == 0) return at;
             if (min_ > record.low) min_ = record.low;
             if (record.high > max_) max_ = record.high;
-            Add(pieces_[k], record);
+            pieces_[k].Add(record);
             at += stop;
             if (stop != length) return at;
         }
@@ -336,132 +229,6 @@ private:
     static constexpr std::int32_t kLanes = Ops::kLanes;
     static constexpr std::int32_t kStretchLength = static_cast<std::int32_t>(16384 / sizeof(T));
     static constexpr std::int32_t kRangeStretchLength = static_cast<std::int32_t>(4096 / sizeof(T));
-    // A cached range's stretches, with a short first one and a short last one.
-    static constexpr std::int32_t kRecords = 72;
-
-    // One stretch, or several neighbours merged when the records ran out.
-    struct Record {
-        std::int32_t at;
-        std::int32_t length;
-        T low;   // value range of its numbers; low above high if it has none
-        T high;
-        bool searched;      // against `mid`; merged neighbours with different middles are not
-        double mid;
-        std::int32_t chosen;  // what it found nearer than the bound it was searched with, or -1
-        double distance;
-    };
-
-    struct Piece {
-        Record records[kRecords];
-        std::int32_t count = 0;
-        std::int32_t chosen = -1;  // the nearest so far to the middle so far, and its distance
-        double distance = DBL_MAX;
-    };
-
-    // The first element of the piece whose lane measure is `floor`: the
-    // first record whose lanes reach it is searched for it. False when no
-    // record's lanes do.
-    template <class D, class Lane, class Measure>
-    bool FirstAtFloor(const Piece& piece, const D (&least)[kRecords], Lane floor, Measure measure,
-                      std::int32_t& chosen) const {
-        const D floorLanes = floor - D{};
-        std::int32_t r = 0;
-        while (r < piece.count && !Ops::Any(least[r] == floorLanes)) ++r;
-        if (r == piece.count) return false;
-        const T* p = y_ + piece.records[r].at;
-        const std::int32_t n = piece.records[r].length;
-        if (n >= kLanes) {
-            chosen = piece.records[r].at + FirstSelectedIn<Ops>(p, n, [&](V e) { return measure(e) == floorLanes; });
-            return true;
-        }
-        for (std::int32_t i = 0; i < n; ++i) {
-            if (measure(Ops::Splat(p[i]))[0] == floor) {
-                chosen = piece.records[r].at + i;
-                return true;
-            }
-        }
-        return false;
-    }
-
-    // Each record's least measure (a lane of D per lane of V) lane by lane
-    // into `least`, and the least of all: `take(less, e)` is the lesser of
-    // `less` and the measure of e, `lower` the lesser of two measures. One
-    // read without a branch: four chains, since one would wait on each
-    // minimum; the elements behind the last whole vector measured one at a
-    // time in every lane.
-    //
-    // A record whose value range lies farther from `mid` than the nearer end
-    // of some record's range holds nothing that near, and is not read: those
-    // ends are elements, so that distance is reached. Its lanes stay `none`,
-    // as do those of the records after the first that measures 0.
-    // A bucket's values mostly cross the middle in a few of its stretches.
-    template <class D, class Take, class Lower>
-    auto MeasureRecords(const Piece& piece, double mid, D (&least)[kRecords], D none, Take take,
-                        Lower lower) const {
-        double reached = HUGE_VAL;
-        for (std::int32_t r = 0; r < piece.count; ++r) {
-            const Record& record = piece.records[r];
-            if (record.low > record.high) continue;
-            const double low = DistanceToMid(record.low, mid), high = DistanceToMid(record.high, mid);
-            const double nearerEnd = low < high ? low : high;
-            if (reached > nearerEnd) reached = nearerEnd;
-        }
-        D all = none;
-        std::uintptr_t ahead = ahead_;  // as in Pass
-        const bool pastL1 = pastL1_;
-        for (std::int32_t r = 0; r < piece.count; ++r) {
-            least[r] = none;
-            const T* p = y_ + piece.records[r].at;
-            const std::int32_t n = piece.records[r].length;
-            if (LeastDistance(piece.records[r].low, piece.records[r].high, mid) > reached) {
-                // Its share of the lines asked for ahead is asked for all the same.
-                const std::uintptr_t share = ahead + static_cast<std::uintptr_t>(n) * sizeof(T) / 2;
-                for (; ahead < share && ahead < aheadEnd_; ahead += 64)
-                    __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
-                continue;
-            }
-            D l0 = none, l1 = none, l2 = none, l3 = none;
-            std::int32_t i = 0;
-            for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
-                if (ahead < aheadEnd_) {
-                    __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
-                    __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
-                    ahead += 128;
-                }
-                if (pastL1) PrefetchGroupAhead<Ops, kFromL2Ahead>(p + i, false);
-                l0 = take(l0, Ops::Load(p + i));
-                l1 = take(l1, Ops::Load(p + i + kLanes));
-                l2 = take(l2, Ops::Load(p + i + 2 * kLanes));
-                l3 = take(l3, Ops::Load(p + i + 3 * kLanes));
-            }
-            for (; n - i >= kLanes; i += kLanes) l0 = take(l0, Ops::Load(p + i));
-            for (; i < n; ++i) l1 = take(l1, Ops::Splat(p[i]));
-            least[r] = lower(lower(l0, l1), lower(l2, l3));
-            all = lower(all, least[r]);
-            // Nothing measures below 0, so the first record that reaches it
-            // holds the first nearest element, and the rest need not be
-            // read: on data with few distinct values (integers from a
-            // sensor, say) that is most of the search.
-            if (Ops::Any(least[r] == D{})) {
-                for (std::int32_t later = r + 1; later < piece.count; ++later) least[later] = none;
-                break;
-            }
-        }
-        ahead_ = ahead;
-        // The least lane in a few shuffles: a pass over the lanes one by one
-        // is a chain of 64 compares for bytes.
-        struct Least {
-            [[gnu::always_inline]] static V Keep(V a, V b) { return (V)Lower{}((D)a, (D)b); }
-        };
-        return ((D)FoldLanes<Ops, Least>((V)all))[0];
-    }
-
-    // A cached range larger than L1 is mostly in L2 when it is searched, and
-    // a loop that waits for the L1 to ask for its lines reads L2 a fifth
-    // slower than one that asks a few KiB ahead into L1 (lines past the range
-    // cost only a little bandwidth). A range within L1 only loses by it.
-    static constexpr std::uintptr_t kFromL2Ahead = 2048;
-
     explicit NearestToMidScan(const T* y) : y_(y) {}
 
     // Reads [start, end) once, stretch by stretch; returns where it stopped.
@@ -500,7 +267,7 @@ private:
             mid_ = mid;
             if (piece.chosen >= 0) piece.distance = DistanceToMid(y_[piece.chosen], mid);
         }
-        Add(piece, record);
+        piece.Add(record);
         return length;
     }
 
@@ -526,7 +293,7 @@ private:
         V bandLow = search.band.low, bandHigh = search.band.high;
         // In a register, not in the object: a store and reload per group
         // would chain the loop's iterations.
-        std::uintptr_t ahead = ahead_;
+        LinesAhead ahead = ahead_;
         std::int32_t i = 0;
         for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
             // Held: each band test would otherwise read its vector twice.
@@ -534,11 +301,7 @@ private:
             const V e2 = Ops::Held(Ops::Load(p + i + 2 * kLanes)), e3 = Ops::Held(Ops::Load(p + i + 3 * kLanes));
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
             const auto in = InBandOfFour<Ops>(e0, e1, e2, e3, bandLow, bandHigh);
-            if (!kRange && ahead < aheadEnd_) {
-                __builtin_prefetch(reinterpret_cast<const void*>(ahead), 0, 2);
-                __builtin_prefetch(reinterpret_cast<const void*>(ahead + 64), 0, 2);
-                ahead += 128;
-            }
+            if (!kRange) ahead.AskTwo();
             if (Ops::Any(in) || (kFindNaN && Ops::Any(nan))) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
@@ -580,33 +343,6 @@ private:
             *high = hi;
         }
         return i;
-    }
-
-    void Add(Piece& piece, const Record& record) {
-        if (piece.count == kRecords) {
-            for (std::int32_t r = 0; r < kRecords / 2; ++r) piece.records[r] = Merged(piece.records[2 * r], piece.records[2 * r + 1]);
-            piece.count = kRecords / 2;
-        }
-        piece.records[piece.count++] = record;
-    }
-
-    // Two neighbours as one. Searched against one middle, the later one's
-    // find replaces the earlier's only when strictly nearer, as in the walk;
-    // otherwise the pair counts as not searched, and keeps a find only as a
-    // distance to measure again.
-    static Record Merged(const Record& a, const Record& b) {
-        Record m{a.at, a.length + b.length, a.low < b.low ? a.low : b.low, a.high > b.high ? a.high : b.high,
-                 false, a.mid, a.chosen, a.distance};
-        if (a.searched && b.searched && a.mid == b.mid) {
-            m.searched = true;
-            if (b.chosen >= 0 && (a.chosen < 0 || a.distance > b.distance)) {
-                m.chosen = b.chosen;
-                m.distance = b.distance;
-            }
-        } else if (b.chosen >= 0) {
-            m.chosen = b.chosen;
-        }
-        return m;
     }
 
     // The piece's answer against the final middle: records from the last
@@ -666,9 +402,9 @@ private:
     T min_ = std::numeric_limits<T>::max();
     T max_ = std::numeric_limits<T>::lowest();
     double mid_ = std::numeric_limits<double>::quiet_NaN();
-    mutable std::uintptr_t ahead_ = 0, aheadEnd_ = 0;
-    bool pastL1_ = false;  // whether the cached range is larger than L1
-    Piece pieces_[2];
+    // What the caller reads next, asked for while a cached range is searched.
+    mutable LinesAhead ahead_;
+    MidPiece<Ops> pieces_[2];
 };
 
 }  // namespace qm::scan
