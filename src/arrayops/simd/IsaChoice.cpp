@@ -14,7 +14,10 @@ Isa Detect() {
 #if QM_X86_ISAS
     __builtin_cpu_init();
     // The AVX-512 loops use F (32- and 64-bit lanes), BW (8- and 16-bit) and
-    // DQ (the Mid search's distances); every processor with BW has DQ.
+    // DQ (the Mid search's distances); every processor with BW has DQ. Both
+    // wide ISAs also take BMI1 and BMI2, which every processor with AVX2 has
+    // (a virtual machine may hide them), for their scalar work.
+    if (!__builtin_cpu_supports("bmi") || !__builtin_cpu_supports("bmi2")) return Isa::Sse2;
     if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
         __builtin_cpu_supports("avx512dq"))
         return Isa::Avx512;
