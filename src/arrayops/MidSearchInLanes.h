@@ -9,6 +9,7 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -76,12 +77,9 @@ public:
     bool FromLeastDistance(const Piece& piece, double mid, std::int32_t& chosen, SearchByBound&& searchByBound) const {
         const T middle = static_cast<T>(mid);
         if (!(static_cast<double>(middle) == mid)) return false;
-        const V m = Ops::Splat(middle);
+        const FloatingMeasure measure{Ops::Splat(middle)};
         V least[kMidRecords];
-        const auto measure = [m](V e) { return Magnitude(e - m); };
-        const T floor = MeasureRecords(piece, mid, least, Ops::Splat(std::numeric_limits<T>::infinity()),
-                                       [m](V less, V e) { return LowerMagnitude(less, e - m); },
-                                       [](V a, V b) { return Ops::Lower(a, b); });
+        const T floor = MeasureRecords(piece, mid, least, measure);
         if (!(floor < std::numeric_limits<T>::infinity())) return false;
         if (LaneDistanceIsExact(floor, mid)) return FirstAtFloor(piece, least, floor, measure, chosen);
         const T step = Step(floor, true);
@@ -107,22 +105,59 @@ public:
     // element at it is the nearest. False when Max + Min wrapped (32 bits),
     // which leaves the middle outside the range.
     bool Exactly(const Piece& piece, double mid, T min, T max, std::int32_t& chosen) const {
-        // A 32-bit Max + Min that wrapped puts the middle outside the range.
-        const bool wrapped = mid != (static_cast<double>(max) + static_cast<double>(min)) * 0.5;
-        if (piece.count == 0 || wrapped) return false;
-        const U range = static_cast<U>(static_cast<U>(max) - static_cast<U>(min));
-        const U below = static_cast<U>(range / 2), above = static_cast<U>(range - range / 2);
-        const UV high = static_cast<U>(static_cast<U>(min) + above) - UV{};
-        const UV low = static_cast<U>(static_cast<U>(min) + below) - UV{};
-        const auto measure = [high, low](V e) {
-            const UV up = (UV)e - high, down = low - (UV)e;
-            return up < down ? up : down;
-        };
+        if (piece.count == 0 || Wrapped(mid, min, max)) return false;
+        const IntegerMeasure measure = IntegerMeasure::Of(min, max);
         UV least[kMidRecords];
-        const auto lower = [](UV a, UV b) { return b < a ? b : a; };
-        const U floor = MeasureRecords(piece, mid, least, std::numeric_limits<U>::max() - UV{},
-                                       [&](UV less, V e) { return lower(less, measure(e)); }, lower);
+        const U floor = MeasureRecords(piece, mid, least, measure);
         return FirstAtFloor(piece, least, floor, measure, chosen);
+    }
+
+    // The n elements at p (n at most 64), held in kCount registers: e[v]
+    // from position at[v], in order, overlapping where they agree, and
+    // lanes past n, if any, holding p[0]. Their value range is [min, max].
+    // Answers the position of the nearest element to `mid` by the same
+    // measures, found among the registers without records; false, with
+    // nothing chosen, where those do not settle it (64-bit integers, a
+    // middle that is no T or wrapped, no lane distance below infinity).
+    template <std::size_t kCount>
+    static bool InRegisters(const V (&e)[kCount], const std::int32_t (&at)[kCount], const T* p, std::int32_t n,
+                            double mid, T min, T max, std::int32_t& chosen) {
+        if constexpr (std::is_floating_point_v<T>) {
+            const T middle = static_cast<T>(mid);
+            if (!(static_cast<double>(middle) == mid)) return false;
+            const FloatingMeasure measure{Ops::Splat(middle)};
+            const T floor = LeastInRegisters(e, measure);
+            if (!(floor < std::numeric_limits<T>::infinity())) return false;
+            if (LaneDistanceIsExact(floor, mid)) {
+                chosen = FirstBit(BitsInRegisters(e, at, [&](V x) { return measure.Of(x) == floor - V{}; }));
+                return true;
+            }
+            // As in FromLeastDistance, the nearest is among the elements
+            // whose lane distance is at most the step above floor: those
+            // few are measured exactly, in order, the first of equals kept.
+            const T step = Step(floor, true);
+            if (!(step < std::numeric_limits<T>::infinity())) return false;
+            std::uint64_t bits = BitsInRegisters(e, at, [&](V x) { return measure.Of(x) <= step - V{}; });
+            if (n < 64) bits &= (std::uint64_t{1} << n) - 1;  // the lanes past n repeat p[0]
+            double best = DBL_MAX;
+            for (; bits != 0; bits &= bits - 1) {
+                const std::int32_t k = FirstBit(bits);
+                const double d = DistanceToMid(p[k], mid);
+                if (best > d) {
+                    best = d;
+                    chosen = k;
+                }
+            }
+            return best < DBL_MAX;
+        } else if constexpr (kExactInLanes) {
+            if (Wrapped(mid, min, max)) return false;
+            const IntegerMeasure measure = IntegerMeasure::Of(min, max);
+            const auto floorLanes = LeastInRegisters(e, measure) - UV{};
+            chosen = FirstBit(BitsInRegisters(e, at, [&](V x) { return measure.Of(x) == floorLanes; }));
+            return true;
+        } else {
+            return false;
+        }
     }
 
 private:
@@ -133,6 +168,73 @@ private:
         typedef U type __attribute__((vector_size(sizeof(V))));
     };
     using UV = typename UnsignedLanes::type;
+
+    // Floating lanes against a middle m that is a T: |e - m| rounded to T,
+    // a NaN element measuring as nothing.
+    struct FloatingMeasure {
+        using D = V;
+        V m;
+        static D None() { return Ops::Splat(std::numeric_limits<T>::infinity()); }
+        [[gnu::always_inline]] D Of(V e) const { return Magnitude(e - m); }
+        [[gnu::always_inline]] D Take(D less, V e) const { return LowerMagnitude(less, e - m); }
+        [[gnu::always_inline]] static D Lower(D a, D b) { return Ops::Lower(a, b); }
+    };
+
+    // Integers of up to 32 bits in unsigned lanes, as Exactly has them.
+    struct IntegerMeasure {
+        using D = UV;
+        UV high, low;
+        static IntegerMeasure Of(T min, T max) {
+            const U range = static_cast<U>(static_cast<U>(max) - static_cast<U>(min));
+            const U below = static_cast<U>(range / 2), above = static_cast<U>(range - range / 2);
+            return {static_cast<U>(static_cast<U>(min) + above) - UV{}, static_cast<U>(static_cast<U>(min) + below) - UV{}};
+        }
+        static D None() { return std::numeric_limits<U>::max() - UV{}; }
+        [[gnu::always_inline]] D Of(V e) const {
+            const UV up = (UV)e - high, down = low - (UV)e;
+            return up < down ? up : down;
+        }
+        [[gnu::always_inline]] D Take(D less, V e) const { return Lower(less, Of(e)); }
+        [[gnu::always_inline]] static D Lower(D a, D b) { return b < a ? b : a; }
+    };
+
+    // A 32-bit Max + Min that wrapped puts the middle outside the range.
+    static bool Wrapped(double mid, T min, T max) {
+        return mid != (static_cast<double>(max) + static_cast<double>(min)) * 0.5;
+    }
+
+    // The least lane of d in a few shuffles: a pass over the lanes one by
+    // one is a chain of 64 compares for bytes.
+    template <class Measure>
+    [[gnu::always_inline]] static auto LeastLane(typename Measure::D d) {
+        using D = typename Measure::D;
+        struct Least {
+            [[gnu::always_inline]] static V Keep(V a, V b) { return (V)Measure::Lower((D)a, (D)b); }
+        };
+        return ((D)FoldLanes<Ops, Least>((V)d))[0];
+    }
+
+    template <std::size_t kCount, class Measure>
+    [[gnu::always_inline]] static auto LeastInRegisters(const V (&e)[kCount], const Measure& measure) {
+        typename Measure::D least = Measure::None();
+        for (std::size_t v = 0; v < kCount; ++v) least = measure.Take(least, e[v]);
+        return LeastLane<Measure>(least);
+    }
+
+    // One bit per position of the registers whose lane `select` picks, as
+    // the scans' short ranges find theirs.
+    template <std::size_t kCount, class Select>
+    [[gnu::always_inline]] static std::uint64_t BitsInRegisters(const V (&e)[kCount], const std::int32_t (&at)[kCount],
+                                                                Select select) {
+        std::uint64_t bits = 0;
+        for (std::size_t v = 0; v < kCount; ++v) bits |= Ops::LaneBits(select(e[v])) << at[v];
+        return bits;
+    }
+
+    // The first position set, of bits that have one.
+    static std::int32_t FirstBit(std::uint64_t bits) {
+        return static_cast<std::int32_t>(__builtin_ctzll(bits | (std::uint64_t{1} << 63)));
+    }
 
     // A cached range larger than L1 is mostly in L2 when it is searched, and
     // a loop that waits for the L1 to ask for its lines reads L2 a fifth
@@ -172,7 +274,7 @@ private:
     // first record whose lanes reach it is searched for it. False when no
     // record's lanes do.
     template <class D, class Lane, class Measure>
-    bool FirstAtFloor(const Piece& piece, const D (&least)[kMidRecords], Lane floor, Measure measure,
+    bool FirstAtFloor(const Piece& piece, const D (&least)[kMidRecords], Lane floor, const Measure& measure,
                       std::int32_t& chosen) const {
         const D floorLanes = floor - D{};
         std::int32_t r = 0;
@@ -181,11 +283,11 @@ private:
         const T* p = y_ + piece.records[r].at;
         const std::int32_t n = piece.records[r].length;
         if (n >= kLanes) {
-            chosen = piece.records[r].at + FirstSelectedIn<Ops>(p, n, [&](V e) { return measure(e) == floorLanes; });
+            chosen = piece.records[r].at + FirstSelectedIn<Ops>(p, n, [&](V e) { return measure.Of(e) == floorLanes; });
             return true;
         }
         for (std::int32_t i = 0; i < n; ++i) {
-            if (measure(Ops::Splat(p[i]))[0] == floor) {
+            if (measure.Of(Ops::Splat(p[i]))[0] == floor) {
                 chosen = piece.records[r].at + i;
                 return true;
             }
@@ -194,20 +296,20 @@ private:
     }
 
     // Each record's least measure (a lane of D per lane of V) lane by lane
-    // into `least`, and the least of all: `take(less, e)` is the lesser of
-    // `less` and the measure of e, `lower` the lesser of two measures. One
-    // read without a branch: four chains, since one would wait on each
-    // minimum; the elements behind the last whole vector measured one at a
-    // time in every lane.
+    // into `least`, and the least of all. One read without a branch: four
+    // chains, since one would wait on each minimum; the elements behind the
+    // last whole vector measured one at a time in every lane.
     //
     // A record whose value range lies farther from `mid` than the nearer end
     // of some record's range holds nothing that near, and is not read: those
     // ends are elements, so that distance is reached. Its lanes stay `none`,
     // as do those of the records after the first that measures 0.
     // A bucket's values mostly cross the middle in a few of its stretches.
-    template <class D, class Take, class Lower>
-    auto MeasureRecords(const Piece& piece, double mid, D (&least)[kMidRecords], D none, Take take,
-                        Lower lower) const {
+    template <class Measure, class D = typename Measure::D>
+    auto MeasureRecords(const Piece& piece, double mid, D (&least)[kMidRecords], const Measure& measure) const {
+        const D none = Measure::None();
+        const auto take = [&measure](D less, V e) { return measure.Take(less, e); };
+        const auto lower = [](D a, D b) { return Measure::Lower(a, b); };
         double reached = HUGE_VAL;
         for (std::int32_t r = 0; r < piece.count; ++r) {
             const auto& record = piece.records[r];
@@ -254,12 +356,7 @@ private:
             }
         }
         ahead_ = ahead;
-        // The least lane in a few shuffles: a pass over the lanes one by one
-        // is a chain of 64 compares for bytes.
-        struct Least {
-            [[gnu::always_inline]] static V Keep(V a, V b) { return (V)Lower{}((D)a, (D)b); }
-        };
-        return ((D)FoldLanes<Ops, Least>((V)all))[0];
+        return LeastLane<Measure>(all);
     }
 
     const T* y_;

@@ -39,6 +39,7 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -48,6 +49,7 @@
 #include "arrayops/MidRecords.h"
 #include "arrayops/MidSearchInLanes.h"
 #include "arrayops/Midrange.h"
+#include "arrayops/ScanKernels.h"
 #include "arrayops/ScanStretches.h"
 #include "arrayops/ScanTable.h"
 #include "model/CacheSizes.h"
@@ -65,7 +67,11 @@ public:
     static NearestAnswer Run(const T* y, const ScanPieces& pieces) {
         std::int64_t total = 0;
         for (std::int32_t k = 0; k < pieces.count; ++k) total += pieces.end[k] - pieces.start[k];
-        if (total * static_cast<std::int64_t>(sizeof(T)) <= MidCachedBytes()) return RunFromCache(y, pieces);
+        if (total * static_cast<std::int64_t>(sizeof(T)) <= MidCachedBytes()) {
+            NearestAnswer answer{};
+            if (pieces.count == 1 && RunInRegisters(y, pieces.start[0], pieces.end[0], answer)) return answer;
+            return RunFromCache(y, pieces);
+        }
         NearestToMidScan scan(y);
         NearestAnswer answer{};
         const std::int32_t read = scan.ReadPieces(pieces, answer, &NearestToMidScan::Speculate);
@@ -93,6 +99,44 @@ private:
             }
         }
         return pieces.count;
+    }
+
+    // A range of up to 64 elements, what small buckets are, taken in
+    // registers as the scans take theirs (ScanKernels.h): its value range,
+    // and then the measures in lanes of MidSearchInLanes.h without records.
+    // A bucket that small costs the records and the passes over them several
+    // times its reading. False, with nothing answered, for any other range,
+    // one with a NaN to stop at, or one those measures do not settle.
+    struct InRegisters {
+        NearestAnswer& answer;
+        std::int32_t n;
+        bool settled = false;
+
+        template <std::size_t kCount>
+        [[gnu::always_inline]] void TakeShort(const V (&e)[kCount], const std::int32_t (&at)[kCount], const T* p,
+                                              std::int32_t position) {
+            V low = Ops::Splat(std::numeric_limits<T>::max()), high = Ops::Splat(std::numeric_limits<T>::lowest());
+            for (std::size_t v = 0; v < kCount; ++v) {
+                low = Ops::Lower(low, e[v]);
+                high = Ops::Higher(high, e[v]);
+            }
+            const T min = FoldLanes<Ops, Below<Ops>>(low)[0], max = FoldLanes<Ops, Above<Ops>>(high)[0];
+            if (min > max) return;  // no number
+            const double mid = Midpoint(max, min);
+            std::int32_t k = 0;
+            if (!MidSearchInLanes<Ops>::InRegisters(e, at, p, n, mid, min, max, k)) return;
+            answer.mid = mid;
+            answer.chosen[0] = position + k;
+            settled = true;
+        }
+    };
+
+    static bool RunInRegisters(const T* y, std::int32_t start, std::int32_t end, NearestAnswer& answer) {
+        const std::int64_t count = static_cast<std::int64_t>(end) - start;
+        InRegisters search{answer, static_cast<std::int32_t>(count < 64 ? count : 64)};
+        if (!scan::RunInRegisters<Ops, kStopAtNaN>(search, y, start, end) || !search.settled) return false;
+        answer.stop = end;
+        return true;
     }
 
     // A range that stays in cache after one read: its value range first,
