@@ -170,9 +170,10 @@ void RegisterY(const std::string& word) {
     const Series small{kInCachePoints, kInCacheWidth};
     const std::string smallSum = word + "/InCache/Sum";
     RegisterSumOfSeries<YT>(smallSum, &Walk<YT>, small.points, benchmark::kMicrosecond);
-    RegisterOnIsas(word + "/InCache/MinMax", smallSum, benchmark::kMicrosecond, [small](benchmark::State& state) {
-        RunCase<YT>(state, kInCache, kMinMax.value, small);
-    });
+    for (const Mode& mode : {kMinMax, kModes[3]}) {
+        RegisterOnIsas(word + "/InCache/" + mode.name, smallSum, benchmark::kMicrosecond,
+                       [small, mode](benchmark::State& state) { RunCase<YT>(state, kInCache, mode.value, small); });
+    }
     const Series wide{kInCachePoints, kInCacheWideWidth};
     for (const Mode& mode : {kMinMax, kModes[3]}) {
         RegisterOnIsas(word + "/InCache/Wide" + mode.name, smallSum, benchmark::kMicrosecond,
