@@ -107,7 +107,7 @@ private:
     // A bucket that small costs the records and the passes over them several
     // times its reading. False, with nothing answered, for any other range,
     // one with a NaN to stop at, or one those measures do not settle.
-    struct InRegisters {
+    struct RegisterSearch {
         NearestAnswer& answer;
         std::int32_t n;
         bool settled = false;
@@ -133,7 +133,7 @@ private:
 
     static bool RunInRegisters(const T* y, std::int32_t start, std::int32_t end, NearestAnswer& answer) {
         const std::int64_t count = static_cast<std::int64_t>(end) - start;
-        InRegisters search{answer, static_cast<std::int32_t>(count < 64 ? count : 64)};
+        RegisterSearch search{answer, static_cast<std::int32_t>(count < 64 ? count : 64)};
         if (!scan::RunInRegisters<Ops, kStopAtNaN>(search, y, start, end) || !search.settled) return false;
         answer.stop = end;
         return true;
