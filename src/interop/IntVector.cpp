@@ -50,8 +50,6 @@ void IntVector::Reallocate(std::uint32_t newCapacity) {
     capacityEnd_ = fresh + newCapacity;
 }
 
-void IntVector::PushBack(std::int32_t value) { Insert(size(), value); }
-
 void IntVector::Insert(std::int32_t index, std::int32_t value) {
     if (end_ == capacityEnd_) {
         const auto count = static_cast<std::uint32_t>(size());

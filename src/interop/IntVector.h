@@ -36,8 +36,14 @@ public:
     std::int32_t operator[](std::int32_t index) const { return begin_[index]; }
 
     // Appends with growth by half; the value is taken by copy, so an element
-    // of this vector may be appended.
-    void PushBack(std::int32_t value);
+    // of this vector may be appended. Within the capacity it is a store: the
+    // NaN-aware walks append every index they keep this way.
+    void PushBack(std::int32_t value) {
+        if (end_ != capacityEnd_)
+            *end_++ = value;
+        else
+            Insert(size(), value);
+    }
     // Inserts before `index` (0 <= index <= size, unchecked).
     void Insert(std::int32_t index, std::int32_t value);
     void InsertRange(std::int32_t index, const std::int32_t* values, std::int32_t count);
