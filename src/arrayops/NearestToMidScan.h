@@ -69,7 +69,8 @@ public:
         for (std::int32_t k = 0; k < pieces.count; ++k) total += pieces.end[k] - pieces.start[k];
         if (total * static_cast<std::int64_t>(sizeof(T)) <= MidCachedBytes()) {
             NearestAnswer answer{};
-            if (pieces.count == 1 && RunInRegisters(y, pieces.start[0], pieces.end[0], answer)) return answer;
+            if constexpr (kSearchesInRegisters)
+                if (pieces.count == 1 && RunInRegisters(y, pieces.start[0], pieces.end[0], answer)) return answer;
             return RunFromCache(y, pieces);
         }
         NearestToMidScan scan(y);
@@ -130,6 +131,13 @@ private:
             settled = true;
         }
     };
+
+    // Where the measures in lanes apply (not to 64-bit integers), and on
+    // vectors of 32 bytes or more: on 16-byte ones eight registers hold
+    // too little of a bucket to pay for the copies of this the library
+    // would carry.
+    static constexpr bool kSearchesInRegisters =
+        (std::is_floating_point_v<T> || MidSearchInLanes<Ops>::kExactInLanes) && sizeof(V) >= 32;
 
     static bool RunInRegisters(const T* y, std::int32_t start, std::int32_t end, NearestAnswer& answer) {
         const std::int64_t count = static_cast<std::int64_t>(end) - start;
