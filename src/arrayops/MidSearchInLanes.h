@@ -187,7 +187,8 @@ private:
         static IntegerMeasure Of(T min, T max) {
             const U range = static_cast<U>(static_cast<U>(max) - static_cast<U>(min));
             const U below = static_cast<U>(range / 2), above = static_cast<U>(range - range / 2);
-            return {static_cast<U>(static_cast<U>(min) + above) - UV{}, static_cast<U>(static_cast<U>(min) + below) - UV{}};
+            const U base = static_cast<U>(min);
+            return {static_cast<U>(base + above) - UV{}, static_cast<U>(base + below) - UV{}};
         }
         static D None() { return std::numeric_limits<U>::max() - UV{}; }
         [[gnu::always_inline]] D Of(V e) const {

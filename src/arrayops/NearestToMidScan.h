@@ -166,7 +166,8 @@ private:
         // for the miss buffers they hold for a whole memory latency) and
         // loses more than they save the next range.
         std::int64_t bytes = 0;
-        for (std::int32_t k = 0; k < read; ++k) bytes += scan.pieces_[k].Elements() * static_cast<std::int64_t>(sizeof(T));
+        for (std::int32_t k = 0; k < read; ++k)
+            bytes += scan.pieces_[k].Elements() * static_cast<std::int64_t>(sizeof(T));
         scan.ahead_.next = reinterpret_cast<std::uintptr_t>(y + answer.stop);
         scan.ahead_.end = scan.ahead_.next + static_cast<std::uintptr_t>(bytes <= kL1Bytes ? bytes / 2 : 0);
         const MidSearchInLanes<Ops> lanes(y, scan.ahead_, bytes > kL1Bytes);

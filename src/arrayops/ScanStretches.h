@@ -93,12 +93,13 @@ struct Groups {
 // chosen with the ISA, by the processor's maker (simd/IsaChoice.cpp).
 inline constinit std::atomic<bool> gAheadToL2{false};
 
-// Every line of the group of vectors 4 KiB (or kDistance) past `p` asked
-// for from memory, ahead of the loads that need it (a prefetch is a hint:
-// it never faults, wherever the address lies). On Zen 5 the hardware prefetchers left these
-// loops waiting on memory: with every line asked for, whole MinMax runs
-// read memory 6 to 11 % faster and those that stop at NaN 39 % faster;
-// asking for every second or fourth line gained next to nothing, and
+// Every line of the group of vectors kDistance (4 KiB) past `p` asked for
+// from memory, ahead of the loads that need it (a prefetch is a hint: it
+// never faults, wherever the address lies). On Zen 5 the hardware
+// prefetchers left these loops waiting on memory: with every line asked
+// for, whole MinMax runs read memory 6 to 11 % faster and those that stop
+// at NaN 39 % faster; asking for every second or fourth line gained next
+// to nothing, and
 // distances of 6 to 12 KiB no more than 4 KiB. On an Intel Xeon (AVX-512)
 // the same lines asked into L1 made MinMax runs read 15 to 30 % slower than
 // with no prefetch at all, on every ISA (most likely each held one of its

@@ -130,8 +130,8 @@ void PickMinOrMax(const Range& range, const MinMaxPointSearchResult<TY>& r, doub
 // from a bucket's MinMax record. Inlined where a bucket is reduced: as a
 // call it cost the NaN-aware walks of small buckets a sixth of their time.
 template <class TY, class Range>
-[[gnu::always_inline]] inline void PickTwoSided(Reduction reduction, const Range& range, const MinMaxPointSearchResult<TY>& r, double zeroLine,
-                  Picks& picks) {
+[[gnu::always_inline]] inline void PickTwoSided(Reduction reduction, const Range& range,
+                                                const MinMaxPointSearchResult<TY>& r, double zeroLine, Picks& picks) {
     if (reduction == Reduction::MinMax)
         PickBoth(range, r, picks);
     else
