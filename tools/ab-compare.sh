@@ -2,7 +2,7 @@
 # Times this working tree's library against another commit's on one whole
 # run, in one process, taking turns (bench/ab/AbMain.cpp):
 #
-#   tools/ab-compare.sh <commit> <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring|InCache> <mode> [NaN] [rounds]
+#   tools/ab-compare.sh <commit> <Double|Single|Int32|Int16|Byte> <Linear|Category|Uneven|Ring|InCache> <mode> [NaN] [rounds]
 #
 # A is the working tree, B the commit. The commit is checked out in a git
 # worktree under /tmp and its library built there with its namespace

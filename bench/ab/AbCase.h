@@ -12,7 +12,7 @@ enum class AbY : std::int32_t { Double, Single, Int32, Int16, Byte };
 
 struct AbCase {
     AbY type;
-    std::int32_t data;  // Linear 0, UnevenlySpaced 2
+    std::int32_t data;  // Linear 0, Category 1, UnevenlySpaced 2
     bool ring;
     bool hasNaN;
     std::int32_t mode;  // as the exports take it: MinMax 1, Min 2, Max 3, Mid 4, MinOrMax 5

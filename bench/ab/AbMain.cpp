@@ -5,7 +5,8 @@
 // take turns, round by round, and the median of the per-round differences
 // resolves a few hundredths of the summing loop's time.
 //
-//   quillmap_ab <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring|InCache> <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
+//   quillmap_ab <Double|Single|Int32|Int16|Byte> <Linear|Category|Uneven|Ring|InCache>
+//               <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]
 //
 // InCache is the in-cache run of quillmap_resampling_bench (32 Ki evenly
 // spaced points on 1000 pixels, buckets of 32), timed over 400 runs a turn.
@@ -71,14 +72,14 @@ int Index(const char* word, std::initializer_list<const char*> words) {
 
 int main(int argc, char** argv) {
     const int type = argc > 3 ? Index(argv[1], {"Double", "Single", "Int32", "Int16", "Byte"}) : -1;
-    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring", "InCache"}) : -1;
+    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring", "InCache", "Category"}) : -1;
     const int mode = argc > 3 ? Index(argv[3], {"MinMax", "Min", "Max", "Mid", "MinOrMax"}) : -1;
     const bool nan = argc > 4 && std::strcmp(argv[4], "NaN") == 0;
     const int rounds = argc > 4 + nan ? std::atoi(argv[4 + nan]) : 11;
     if (type < 0 || layout < 0 || mode < 0 || rounds < 1 || (nan && type > 1)) {
         std::fprintf(stderr,
-                     "usage: %s <Double|Single|Int32|Int16|Byte> <Linear|Uneven|Ring|InCache> <MinMax|Min|Max|Mid|MinOrMax> [NaN] "
-                     "[rounds]\n(NaN with Double and Single only)\n",
+                     "usage: %s <Double|Single|Int32|Int16|Byte> <Linear|Category|Uneven|Ring|InCache>\n"
+                     "  <MinMax|Min|Max|Mid|MinOrMax> [NaN] [rounds]\n(NaN with Double and Single only)\n",
                      argv[0]);
         return 2;
     }
@@ -87,7 +88,7 @@ int main(int argc, char** argv) {
     const int repeat = inCache ? 400 : 1;
     bench::AbCase c{};
     c.type = static_cast<bench::AbY>(type);
-    c.data = layout == 1 ? 2 : 0;
+    c.data = layout == 1 ? 2 : layout == 4 ? 1 : 0;
     c.ring = layout == 2;
     c.hasNaN = nan;
     c.mode = mode + 1;
