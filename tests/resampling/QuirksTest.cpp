@@ -104,4 +104,27 @@ TEST_F(Quirks, RingSeamSplitsTheLastBucketAndBothPassesRun) {
                   (Ints{17, 17, 18})) << "mode " << mode;
 }
 
+// The same extra pass where it makes more points than UpdateIndices counted,
+// which is what the caller sized X and Y to: the walk stops at that room.
+// Ring of 19, base 2, logical 13 to 18 (slots 15 to 18, then 0 and 1) at X
+// 96.5, 97, 98.5, 99.5, 99.5, 99.5 on a grid of step 2 from 96: two cells,
+// room for 6 in MinMax. The passes keep 13, then 13 and 14, then 15 and 16
+// up to the seam, then 17 and 18: the last one finds no room.
+TEST_F(Quirks, RingSeamPassBeyondTheRoomIsCut) {
+    std::vector<double> x(19, 99.5);
+    std::vector<std::int32_t> y(19, 1);
+    const double xs[] = {96.5, 97, 98.5, 99.5};
+    const std::int32_t ys[] = {1, 9, 9, 1, 1, 9};
+    for (std::int32_t i = 0; i < 6; ++i) {
+        const std::size_t slot = static_cast<std::size_t>((13 + i + 2) % 19);
+        if (i < 4) x[slot] = xs[i];
+        y[slot] = ys[i];
+    }
+    Shape ring = S(UnevenlySpaced, 18, 99.5, 1, 0, 13);
+    ring.minX = 96.5, ring.size = 19, ring.base = 2;
+    const Frame f = RunOnce<DoubleInt32>(MinMax, x, y, ring);
+    EXPECT_EQ(f.count, 6);
+    EXPECT_EQ(f.indices, (Ints{13, 13, 14, 15, 16, 17}));
+}
+
 }  // namespace
