@@ -2,14 +2,15 @@
 # Times this working tree's library against another commit's on one whole
 # run, in one process, taking turns (bench/ab/AbMain.cpp):
 #
-#   tools/ab-compare.sh <commit> <Double|Single|Int32|Int16|Byte> <Linear|Category|Uneven|Ring|InCache> <mode> [NaN] [rounds]
+#   tools/ab-compare.sh <commit> <Double|Single|Int32|Int16|Byte>
+#                       <Linear|Category|Uneven|Ring|InCache> <mode> [NaN] [rounds]
 #
 # A is the working tree, B the commit. The commit is checked out in a git
 # worktree under /tmp and its library built there with its namespace
 # renamed; both builds are kept, so a second comparison builds only what
 # changed. Needs the packages of tools/install-packages.sh.
 set -eu
-[ $# -ge 4 ] || { sed -n '2,10p' "$0"; exit 2; }
+[ $# -ge 4 ] || { sed -n '2,11p' "$0"; exit 2; }
 root=$(cd "$(dirname "$0")/.." && pwd)
 commit=$(git -C "$root" rev-parse --short "$1")
 shift

@@ -72,7 +72,7 @@ int Index(const char* word, std::initializer_list<const char*> words) {
 
 int main(int argc, char** argv) {
     const int type = argc > 3 ? Index(argv[1], {"Double", "Single", "Int32", "Int16", "Byte"}) : -1;
-    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Uneven", "Ring", "InCache", "Category"}) : -1;
+    const int layout = argc > 3 ? Index(argv[2], {"Linear", "Category", "Uneven", "Ring", "InCache"}) : -1;
     const int mode = argc > 3 ? Index(argv[3], {"MinMax", "Min", "Max", "Mid", "MinOrMax"}) : -1;
     const bool nan = argc > 4 && std::strcmp(argv[4], "NaN") == 0;
     const int rounds = argc > 4 + nan ? std::atoi(argv[4 + nan]) : 11;
@@ -83,16 +83,16 @@ int main(int argc, char** argv) {
                      argv[0]);
         return 2;
     }
-    const bool inCache = layout == 3;
+    const bool inCache = layout == 4;
     const std::int32_t n = inCache ? bench::kInCachePoints : bench::SeriesPoints();
     const int repeat = inCache ? 400 : 1;
     bench::AbCase c{};
     c.type = static_cast<bench::AbY>(type);
-    c.data = layout == 1 ? 2 : layout == 4 ? 1 : 0;
-    c.ring = layout == 2;
+    c.data = layout <= 2 ? layout : 0;  // the first three are the data kinds, in their order
+    c.ring = layout == 3;
     c.hasNaN = nan;
     c.mode = mode + 1;
-    c.x = c.ring ? bench::RingX() : layout == 1 ? bench::UnevenX() : bench::EvenX(n);
+    c.x = c.ring ? bench::RingX() : layout == 2 ? bench::UnevenX() : bench::EvenX(n);
     c.points = n;
     c.width = inCache ? bench::kInCacheWidth : bench::kViewportWidth;
     c.baseIndex = bench::RingBaseIndex();

@@ -99,12 +99,12 @@ inline constinit std::atomic<bool> gAheadToL2{false};
 // prefetchers left these loops waiting on memory: with every line asked
 // for, whole MinMax runs read memory 6 to 11 % faster and those that stop
 // at NaN 39 % faster; asking for every second or fourth line gained next
-// to nothing, and
-// distances of 6 to 12 KiB no more than 4 KiB. On an Intel Xeon (AVX-512)
-// the same lines asked into L1 made MinMax runs read 15 to 30 % slower than
-// with no prefetch at all, on every ISA (most likely each held one of its
-// few line fill buffers for a whole trip to memory); asked into L2 (`toL2`)
-// they read memory as fast as the plain Min or Max scans there.
+// to nothing, and distances of 6 to 12 KiB no more than 4 KiB. On an Intel
+// Xeon (AVX-512) the same lines asked into L1 made MinMax runs read 15 to
+// 30 % slower than with no prefetch at all, on every ISA (most likely each
+// held one of its few line fill buffers for a whole trip to memory); asked
+// into L2 (`toL2`) they read memory as fast as the plain Min or Max scans
+// there.
 template <class Ops, std::uintptr_t kDistance = 4096>
 [[gnu::always_inline]] inline void PrefetchGroupAhead(const typename Ops::Element* p, bool toL2) {
     constexpr std::uintptr_t kGroupBytes = kChains * sizeof(typename Ops::V);
