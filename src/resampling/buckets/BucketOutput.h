@@ -46,6 +46,22 @@ public:
         ++Count;
     }
 
+    // The first `count` (1 or 2) of two points, with room for two: the
+    // second is stored first and, when it is not kept, overwritten by the
+    // first, so nothing lands beyond the points kept and a bucket's points
+    // go in without a branch on how many it has.
+    void AppendUpToTwo(const double (&x)[2], const double (&y)[2], const std::int32_t (&index)[2],
+                       std::int32_t count) {
+        const std::ptrdiff_t second = Count + count - 1;
+        X[second] = x[1];
+        Y[second] = y[1];
+        Index[second] = index[1];
+        X[Count] = x[0];
+        Y[Count] = y[0];
+        Index[Count] = index[0];
+        Count += count;
+    }
+
     // How many more points this run may write.
     std::int32_t Room() const { return static_cast<std::int32_t>(Limit - Count); }
 

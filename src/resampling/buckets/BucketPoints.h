@@ -30,10 +30,7 @@ struct PointEmitter {
     template <class Range>
     void Emit(BucketOutput& output, const Range& range, std::int32_t position, double yValue) const {
         const std::int32_t index = range.Order(position);
-        const double xValue = kIndexAsX     ? static_cast<double>(index)
-                              : position < 0 ? std::numeric_limits<double>::quiet_NaN()
-                                             : static_cast<double>(position);
-        output.Append(xValue, yValue, index);
+        output.Append(XOf(position, index), yValue, index);
     }
 
     // Once the walk is over: the slots become X.
@@ -43,7 +40,24 @@ struct PointEmitter {
 
     template <class Range>
     void Emit(BucketOutput& output, const Range& range, const Picks& picks) const {
-        for (std::int32_t k = 0; k < picks.count; ++k) Emit(output, range, picks.position[k], picks.value[k]);
+        if (output.Room() < 2) {
+            for (std::int32_t k = 0; k < picks.count; ++k) Emit(output, range, picks.position[k], picks.value[k]);
+            return;
+        }
+        std::int32_t index[2];
+        double xValue[2];
+        for (std::int32_t k = 0; k < 2; ++k) {
+            index[k] = range.Order(picks.position[k]);
+            xValue[k] = XOf(picks.position[k], index[k]);
+        }
+        output.AppendUpToTwo(xValue, picks.value, index, picks.count);
+    }
+
+private:
+    static double XOf(std::int32_t position, std::int32_t index) {
+        return kIndexAsX     ? static_cast<double>(index)
+               : position < 0 ? std::numeric_limits<double>::quiet_NaN()
+                              : static_cast<double>(position);
     }
 };
 

@@ -41,8 +41,10 @@ constexpr std::int32_t PointsPerBucket(Reduction reduction) {
 // Up to two picked positions, in source order.
 struct Picks {
     std::int32_t count = 0;
-    std::int32_t position[2];
-    double value[2];
+    // Both entries always hold something, so that two points can be
+    // emitted as one piece of which the first `count` are kept.
+    std::int32_t position[2]{};
+    double value[2]{};
 
     void Add(std::int32_t p, double v) {
         position[count] = p;

@@ -50,10 +50,13 @@ public:
     }
 
     void Flush() {
-        if (count_ == 0) return;
-        for (std::int32_t k = 0; k < count_; ++k) results_[k] = ScanSeeds<TY>::Record();
-        scans_.MinMaxEach(y_, bounds_, count_, results_);
-        for (std::int32_t k = 0; k < count_; ++k) {
+        // The count is read once: the points' index stores might otherwise
+        // be taken to change it.
+        const std::int32_t count = count_;
+        if (count == 0) return;
+        for (std::int32_t k = 0; k < count; ++k) results_[k] = ScanSeeds<TY>::Record();
+        scans_.MinMaxEach(y_, bounds_, count, results_);
+        for (std::int32_t k = 0; k < count; ++k) {
             const auto range = layout_.Range(bounds_[k], bounds_[k + 1]);
             Picks picks;
             PickTwoSided(reduction_, range, results_[k], zeroLine_, picks);

@@ -28,26 +28,28 @@ void WalkEvenGrid(const ResamplingArgs& args, double firstBoundary, double step,
     std::int32_t bucketStart = args.StartIndex;
     if (!(bucketStart < limit)) return;
     double boundary = firstBoundary;
-    // The ends of the next buckets are predicted ahead of their reductions:
-    // a prediction (a division, a rounding) is a chain of some forty cycles
-    // that would otherwise stand between one bucket's scan and the next,
-    // and a small bucket's scan takes about as long. A prediction depends
-    // on its boundary alone, so taking it early changes nothing.
+    // The ends of buckets are predicted kAhead buckets before their
+    // reductions: a prediction (a division, a rounding) is a chain of some
+    // forty cycles, and the boundaries one long chain of additions, which
+    // would otherwise stand between one bucket's scan and the next, and a
+    // small bucket's scan takes about as long. Taken in the same order, the
+    // boundaries are the same; a prediction depends on its boundary alone,
+    // and those past the last bucket are never used.
     constexpr std::int32_t kAhead = 32;
     std::int32_t predicted[kAhead];
-    for (std::int32_t bucket = 1; bucket <= budget;) {
-        const std::int32_t count = budget - bucket < kAhead ? budget - bucket + 1 : kAhead;
-        for (std::int32_t k = 0; k < count; ++k) {
-            predicted[k] = predictLast(boundary);
-            boundary = boundary + step;
-        }
-        for (std::int32_t k = 0; k < count; ++k, ++bucket) {
-            std::int32_t bucketEnd = WrappingAdd(predicted[k], 1);
-            if (limit < bucketEnd || bucketEnd < bucketStart || bucket == budget) bucketEnd = limit;
-            reduce(bucketStart, bucketEnd);
-            bucketStart = bucketEnd;
-            if (!(bucketEnd < limit)) return;
-        }
+    for (std::int32_t k = 0; k < kAhead; ++k) {
+        predicted[k] = predictLast(boundary);
+        boundary = boundary + step;
+    }
+    for (std::int32_t bucket = 1; bucket <= budget; ++bucket) {
+        std::int32_t& ahead = predicted[(bucket - 1) % kAhead];
+        std::int32_t bucketEnd = WrappingAdd(ahead, 1);
+        ahead = predictLast(boundary);
+        boundary = boundary + step;
+        if (limit < bucketEnd || bucketEnd < bucketStart || bucket == budget) bucketEnd = limit;
+        reduce(bucketStart, bucketEnd);
+        bucketStart = bucketEnd;
+        if (!(bucketEnd < limit)) return;
     }
 }
 
