@@ -195,13 +195,16 @@ private:
             low0 = low1 = low2 = low3 = Ops::Splat(std::numeric_limits<T>::max());
             high0 = high1 = high2 = high3 = Ops::Splat(std::numeric_limits<T>::lowest());
         }
-        template <std::int32_t kChain>
+        static constexpr std::int32_t kSides = 2;
+        template <std::int32_t kChain, std::int32_t kSide>
         [[gnu::always_inline]] void Take(V e) {
-            e = Ops::Held(e);
-            V& low = kChain == 0 ? low0 : kChain == 1 ? low1 : kChain == 2 ? low2 : low3;
-            V& high = kChain == 0 ? high0 : kChain == 1 ? high1 : kChain == 2 ? high2 : high3;
-            low = Ops::Lower(low, e);
-            high = Ops::Higher(high, e);
+            if constexpr (kSide == 0) {
+                V& low = kChain == 0 ? low0 : kChain == 1 ? low1 : kChain == 2 ? low2 : low3;
+                low = Ops::Lower(low, e);
+            } else {
+                V& high = kChain == 0 ? high0 : kChain == 1 ? high1 : kChain == 2 ? high2 : high3;
+                high = Ops::Higher(high, e);
+            }
         }
         [[gnu::always_inline]] void Fold(T& low, T& high) const {
             low = FoldLanes<Ops, Below<Ops>>(Ops::Lower(Ops::Lower(low0, low1), Ops::Lower(low2, low3)))[0];

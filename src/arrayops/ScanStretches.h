@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <utility>
 
 #include "arrayops/LaneFolds.h"
 
@@ -119,9 +120,33 @@ template <class Ops, std::uintptr_t kDistance = 8192>
     }
 }
 
+// One vector into chain kChain of every side of the tracker (a two-sided
+// scan keeps a minimum and a maximum).
+template <std::int32_t kChain, class Tracker, class V>
+[[gnu::always_inline]] inline void TakeOnEverySide(Tracker& tracker, V e) {
+    [&]<std::int32_t... kSide>(std::integer_sequence<std::int32_t, kSide...>) {
+        (tracker.template Take<kChain, kSide>(e), ...);
+    }(std::make_integer_sequence<std::int32_t, Tracker::kSides>{});
+}
+
+// A group of four vectors into the chains, side after side: every vector
+// into the first side's chains before any goes into the next side's. With
+// each vector's minimum and maximum next to each other, a MinMax loop read
+// memory 2 to 3 % slower on an Intel Xeon (Double, 512 MB: 1.01 of the
+// summing loop against 0.98, the instructions otherwise the same).
+template <class Tracker, class V>
+[[gnu::always_inline]] inline void TakeGroupSideBySide(Tracker& tracker, V e0, V e1, V e2, V e3) {
+    [&]<std::int32_t... kSide>(std::integer_sequence<std::int32_t, kSide...>) {
+        ((tracker.template Take<0, kSide>(e0), tracker.template Take<1, kSide>(e1),
+          tracker.template Take<2, kSide>(e2), tracker.template Take<3, kSide>(e3)),
+         ...);
+    }(std::make_integer_sequence<std::int32_t, Tracker::kSides>{});
+}
+
 // Folds the n elements at p into the chains. With kTestNaN, answers
 // whether any of them is NaN, tested beside the chains: one compare for two
-// vectors, read once for both (held), and no branch until the end. The
+// vectors, and no branch until the end. A vector that more than one test
+// or side takes is read once and held in a register for all of them. The
 // first `lead` elements (LeadToLine) come in vectors of their own, where
 // the stretch is long enough that these stay inside it.
 template <class Ops, bool kTestNaN = false, class Tracker>
@@ -129,14 +154,15 @@ template <class Ops, bool kTestNaN = false, class Tracker>
                                                std::int32_t lead = 0) {
     using G = Groups<Ops>;
     using V = typename Ops::V;
+    constexpr bool kHeld = kTestNaN || Tracker::kSides > 1;
     decltype(Ops::Unordered(V{}, V{})) nan{};
-    const auto load = [&p](std::int32_t at) { return kTestNaN ? Ops::Held(Ops::Load(p + at)) : Ops::Load(p + at); };
+    const auto load = [&p](std::int32_t at) { return kHeld ? Ops::Held(Ops::Load(p + at)) : Ops::Load(p + at); };
     const bool toL2 = gAheadToL2.load(std::memory_order_relaxed);  // once a stretch, not once a group
     if (lead != 0 && n >= lead + G::kLanes) {
         for (std::int32_t k = 0; k < lead; k += G::kLanes) {
             const V e = load(k);
             if constexpr (kTestNaN) nan = nan | Ops::Unordered(e, e);
-            tracker.template Take<0>(e);
+            TakeOnEverySide<0>(tracker, e);
         }
         p += lead;
         n -= lead;
@@ -145,10 +171,7 @@ template <class Ops, bool kTestNaN = false, class Tracker>
         PrefetchGroupAhead<Ops>(p + a0, toL2);
         const V e0 = load(a0), e1 = load(a1), e2 = load(a2), e3 = load(a3);
         if constexpr (kTestNaN) nan = nan | (Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3));
-        tracker.template Take<0>(e0);
-        tracker.template Take<1>(e1);
-        tracker.template Take<2>(e2);
-        tracker.template Take<3>(e3);
+        TakeGroupSideBySide(tracker, e0, e1, e2, e3);
     };
     std::int32_t k = 0;
     for (; G::Whole(k, n); k += G::kLength) group(k, k + G::kLanes, k + 2 * G::kLanes, k + 3 * G::kLanes);

@@ -108,7 +108,8 @@ struct OneSide {
     Extreme<Ops, Rule> side;
     void Visit(T e, std::int32_t i) { side.Visit(e, i); }
     [[gnu::always_inline]] void Start() { side.Start(); }
-    template <std::int32_t kChain>
+    static constexpr std::int32_t kSides = 1;
+    template <std::int32_t kChain, std::int32_t kSide>
     [[gnu::always_inline]] void Take(typename Ops::V e) {
         side.template Take<kChain>(e);
     }
@@ -126,8 +127,8 @@ using MinScan = OneSide<Ops, Below<Ops>>;
 template <class Ops>
 using MaxScan = OneSide<Ops, Above<Ops>>;
 
-// Both extremes at once, from one read of each vector (held in a register
-// for both, not read again by each); the two sides never influence each
+// Both extremes at once, from one read of each vector (the stretches hold
+// it in a register for both sides); the two sides never influence each
 // other, so the element order of their tests (Max first) cannot change a
 // result.
 template <class Ops>
@@ -144,11 +145,13 @@ struct MinMaxScan {
         min.Start();
         max.Start();
     }
-    template <std::int32_t kChain>
+    static constexpr std::int32_t kSides = 2;
+    template <std::int32_t kChain, std::int32_t kSide>
     [[gnu::always_inline]] void Take(typename Ops::V e) {
-        e = Ops::Held(e);
-        min.template Take<kChain>(e);
-        max.template Take<kChain>(e);
+        if constexpr (kSide == 0)
+            min.template Take<kChain>(e);
+        else
+            max.template Take<kChain>(e);
     }
     [[gnu::always_inline]] void EndStretch(const T* p, std::int32_t at, std::int32_t n) {
         max.EndStretch(p, at, n);
