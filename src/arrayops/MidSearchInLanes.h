@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "arrayops/LaneFolds.h"
+#include "arrayops/LaneMagnitude.h"
 #include "arrayops/MidRecords.h"
 #include "arrayops/Midrange.h"
 #include "arrayops/ScanStretches.h"
@@ -175,8 +176,8 @@ private:
         using D = V;
         V m;
         static D None() { return Ops::Splat(std::numeric_limits<T>::infinity()); }
-        [[gnu::always_inline]] D Of(V e) const { return Magnitude(e - m); }
-        [[gnu::always_inline]] D Take(D less, V e) const { return LowerMagnitude(less, e - m); }
+        [[gnu::always_inline]] D Of(V e) const { return scan::Magnitude<Ops>(e - m); }
+        [[gnu::always_inline]] D Take(D less, V e) const { return scan::LowerMagnitude<Ops>(less, e - m); }
         [[gnu::always_inline]] static D Lower(D a, D b) { return Ops::Lower(a, b); }
     };
 
@@ -255,20 +256,6 @@ private:
     static bool LaneDistanceIsExact(T floor, double mid) {
         if constexpr (sizeof(T) == sizeof(double)) return floor < DBL_MAX;
         return floor == 0 || static_cast<double>(floor) <= std::fabs(mid) * 0.25;
-    }
-
-    // The lesser of `less` and |v| lane by lane, NaN in v keeping `less`: in
-    // one operation where the ISA has one.
-    [[gnu::always_inline]] static V LowerMagnitude(V less, V v) {
-        if constexpr (requires { Ops::LowerMagnitude(less, v); }) return Ops::LowerMagnitude(less, v);
-        else return Ops::Lower(less, Magnitude(v));
-    }
-
-    // |v| lane by lane: the sign bit cleared, NaN left NaN.
-    [[gnu::always_inline]] static V Magnitude(V v) {
-        using Bits = std::conditional_t<sizeof(T) == 8, std::int64_t, std::int32_t>;
-        typedef Bits BitsV __attribute__((vector_size(sizeof(V))));
-        return (V)((BitsV)v & (std::numeric_limits<Bits>::max() - BitsV{}));
     }
 
     // The first element of the piece whose lane measure is `floor`: the

@@ -346,9 +346,9 @@ private:
         V low0 = seedLow, low1 = seedLow, high0 = seedHigh, high1 = seedHigh;
         constexpr bool kFindNaN = kRange && kStopAtNaN;
         const auto none = Ops::Unordered(seedLow, seedLow);
-        V bandLow = search.band.low, bandHigh = search.band.high;
-        // In a register, not in the object: a store and reload per group
+        // In registers, not in the object: a store and reload per group
         // would chain the loop's iterations.
+        BandLanes<Ops> band = search.band;
         LinesAhead ahead = ahead_;
         std::int32_t i = 0;
         for (; n - i >= 4 * kLanes; i += 4 * kLanes) {
@@ -356,13 +356,12 @@ private:
             const V e0 = Ops::Held(Ops::Load(p + i)), e1 = Ops::Held(Ops::Load(p + i + kLanes));
             const V e2 = Ops::Held(Ops::Load(p + i + 2 * kLanes)), e3 = Ops::Held(Ops::Load(p + i + 3 * kLanes));
             const auto nan = kFindNaN ? Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3) : none;
-            const auto in = InBandOfFour<Ops>(e0, e1, e2, e3, bandLow, bandHigh);
+            const auto in = InBandOfFour<Ops>(e0, e1, e2, e3, band);
             if (!kRange) ahead.AskTwo();
             if (Ops::Any(in) || (kFindNaN && Ops::Any(nan))) [[unlikely]] {
                 if (kFindNaN && Ops::Any(nan)) break;
                 search.VisitVectors(i, 4);
-                bandLow = search.band.low;
-                bandHigh = search.band.high;
+                band = search.band;
             }
             if constexpr (kRange) {
                 low0 = Ops::Lower(Ops::Lower(low0, e0), e2);
@@ -375,7 +374,7 @@ private:
         for (; n - i >= kLanes; i += kLanes) {
             const V e = Ops::Load(p + i);
             if (kFindNaN && Ops::Any(Ops::Unordered(e, e))) break;
-            if (Ops::Any(Ops::InBand(e, bandLow, bandHigh))) search.VisitVectors(i, 1);
+            if (Ops::Any(band.In(e))) search.VisitVectors(i, 1);
             if constexpr (kRange) {
                 low0 = Ops::Lower(low0, e);
                 high0 = Ops::Higher(high0, e);
