@@ -46,6 +46,8 @@ struct BandLanes {
             centre = Ops::Splat(c);
             // No magnitude is below -infinity: an empty band passes nothing.
             reach = Ops::Splat(band.empty ? -std::numeric_limits<T>::infinity() : up > down ? up : down);
+        } else {
+            centre = reach = V{};
         }
     }
     [[gnu::always_inline]] auto In(V e) const { return Ops::InBand(e, low, high); }
@@ -92,14 +94,14 @@ struct BandSearch {
 
 // Lanes where one of four vectors may hold an element of the band. Floating
 // types take the least magnitude of e - centre over the four and compare
-// it with the reach once: a subtract and a least magnitude a vector, one
-// operation in DQ's range. Four a vector (two subtracts, a max, a min)
-// held the search from cache to about 55 GB/s on an Intel Xeon whose
-// 64-byte floating operations issue on one port; two reach 95, what L2
-// gives. A NaN element measures NaN, which the least magnitude drops in
-// favour of the lane it joins, seeded with +infinity; NaN is in no band.
-// Integer types test both ends of each vector: the compares wait on L2
-// there, not the other way round.
+// it with the reach once: two operations a vector (AVX-512 DQ's range is
+// the least magnitude in one). On an Intel Xeon whose 64-byte floating
+// operations issue on one port, a standalone loop of the four a vector
+// this replaces (two subtracts, a max, a min) read 55 GB/s from L2, and
+// one of these two 96, what L2 gives. A NaN element measures NaN, which
+// the least magnitude drops in favour of the lane it joins, seeded with
+// +infinity; NaN is in no band. Integer types test both ends of each
+// vector: there the loop waits on L2, not on the compares.
 template <class Ops, class V = typename Ops::V>
 [[gnu::always_inline]] inline auto InBandOfFour(V e0, V e1, V e2, V e3, const BandLanes<Ops>& band) {
     using T = typename Ops::Element;

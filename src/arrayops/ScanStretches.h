@@ -132,8 +132,9 @@ template <std::int32_t kChain, class Tracker, class V>
 // A group of four vectors into the chains, side after side: every vector
 // into the first side's chains before any goes into the next side's. With
 // each vector's minimum and maximum next to each other, a MinMax loop read
-// memory 2 to 3 % slower on an Intel Xeon (Double, 512 MB: 1.01 of the
-// summing loop against 0.98, the instructions otherwise the same).
+// memory 2 to 3 % slower on an Intel Xeon (a standalone loop over 512 MB of
+// Double: 1.01 of the summing loop against 0.98, the instructions otherwise
+// the same).
 template <class Tracker, class V>
 [[gnu::always_inline]] inline void TakeGroupSideBySide(Tracker& tracker, V e0, V e1, V e2, V e3) {
     [&]<std::int32_t... kSide>(std::integer_sequence<std::int32_t, kSide...>) {
