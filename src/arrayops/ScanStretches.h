@@ -120,27 +120,12 @@ template <class Ops, std::uintptr_t kDistance = 8192>
     }
 }
 
-// One vector into chain kChain of every side of the tracker (a two-sided
-// scan keeps a minimum and a maximum).
-template <std::int32_t kChain, class Tracker, class V>
-[[gnu::always_inline]] inline void TakeOnEverySide(Tracker& tracker, V e) {
+// `take.template operator()<kSide>()` for every side of the tracker, the
+// first side first (a two-sided scan keeps a minimum and a maximum).
+template <class Tracker, class Take>
+[[gnu::always_inline]] inline void ForEverySide(Take take) {
     [&]<std::int32_t... kSide>(std::integer_sequence<std::int32_t, kSide...>) {
-        (tracker.template Take<kChain, kSide>(e), ...);
-    }(std::make_integer_sequence<std::int32_t, Tracker::kSides>{});
-}
-
-// A group of four vectors into the chains, side after side: every vector
-// into the first side's chains before any goes into the next side's. With
-// each vector's minimum and maximum next to each other, a MinMax loop read
-// memory 2 to 3 % slower on an Intel Xeon (a standalone loop over 512 MB of
-// Double: 1.01 of the summing loop against 0.98, the instructions otherwise
-// the same).
-template <class Tracker, class V>
-[[gnu::always_inline]] inline void TakeGroupSideBySide(Tracker& tracker, V e0, V e1, V e2, V e3) {
-    [&]<std::int32_t... kSide>(std::integer_sequence<std::int32_t, kSide...>) {
-        ((tracker.template Take<0, kSide>(e0), tracker.template Take<1, kSide>(e1),
-          tracker.template Take<2, kSide>(e2), tracker.template Take<3, kSide>(e3)),
-         ...);
+        (take.template operator()<kSide>(), ...);
     }(std::make_integer_sequence<std::int32_t, Tracker::kSides>{});
 }
 
@@ -163,7 +148,7 @@ template <class Ops, bool kTestNaN = false, class Tracker>
         for (std::int32_t k = 0; k < lead; k += G::kLanes) {
             const V e = load(k);
             if constexpr (kTestNaN) nan = nan | Ops::Unordered(e, e);
-            TakeOnEverySide<0>(tracker, e);
+            ForEverySide<Tracker>([&]<std::int32_t kSide>() { tracker.template Take<0, kSide>(e); });
         }
         p += lead;
         n -= lead;
@@ -172,7 +157,18 @@ template <class Ops, bool kTestNaN = false, class Tracker>
         PrefetchGroupAhead<Ops>(p + a0, toL2);
         const V e0 = load(a0), e1 = load(a1), e2 = load(a2), e3 = load(a3);
         if constexpr (kTestNaN) nan = nan | (Ops::Unordered(e0, e1) | Ops::Unordered(e2, e3));
-        TakeGroupSideBySide(tracker, e0, e1, e2, e3);
+        // Side after side: every vector into the first side's chains before
+        // any goes into the next side's. With each vector's minimum and
+        // maximum next to each other, a MinMax loop read memory 2 to 3 %
+        // slower on an Intel Xeon (a standalone loop over 512 MB of Double:
+        // 1.01 of the summing loop against 0.98, the instructions otherwise
+        // the same).
+        ForEverySide<Tracker>([&]<std::int32_t kSide>() {
+            tracker.template Take<0, kSide>(e0);
+            tracker.template Take<1, kSide>(e1);
+            tracker.template Take<2, kSide>(e2);
+            tracker.template Take<3, kSide>(e3);
+        });
     };
     std::int32_t k = 0;
     for (; G::Whole(k, n); k += G::kLength) group(k, k + G::kLanes, k + 2 * G::kLanes, k + 3 * G::kLanes);
